@@ -16,12 +16,10 @@ namespace pillora {
 
 namespace {
 
-using std::string_view_literals::operator""sv;
-
 /// Names that ICU still knows from the first Java releases. "BST" is Bangladesh to it and Britain to everybody else.
-constexpr std::array kJavaZones = {"ACT"sv, "AET"sv, "AGT"sv, "ART"sv, "AST"sv, "BET"sv, "BST"sv, "CAT"sv, "CNT"sv,
-                                   "CST"sv, "CTT"sv, "EAT"sv, "ECT"sv, "IET"sv, "IST"sv, "JST"sv, "MIT"sv, "NET"sv,
-                                   "NST"sv, "PLT"sv, "PNT"sv, "PRT"sv, "PST"sv, "SST"sv, "VST"sv};
+constexpr std::array<std::string_view, 25> kJavaZones = {"ACT", "AET", "AGT", "ART", "AST", "BET", "BST", "CAT", "CNT",
+                                                         "CST", "CTT", "EAT", "ECT", "IET", "IST", "JST", "MIT", "NET",
+                                                         "NST", "PLT", "PNT", "PRT", "PST", "SST", "VST"};
 
 bool hasData(const char* bundle) {
   UErrorCode status = U_ZERO_ERROR;
@@ -110,7 +108,7 @@ std::unique_ptr<icu::BasicTimeZone> zoneOfIcu(const std::string& id) {
   icu::TimeZone::getCanonicalID(name, canonical, isSystemId, status);
   std::unique_ptr<icu::TimeZone> zone(isSystemId ? icu::TimeZone::createTimeZone(name) : nullptr);
   auto* basic = dynamic_cast<icu::BasicTimeZone*>(zone.get());
-  if (basic != nullptr) zone.release();
+  if (basic != nullptr) static_cast<void>(zone.release());
   return std::unique_ptr<icu::BasicTimeZone>(basic);
 }
 

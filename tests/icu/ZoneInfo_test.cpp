@@ -287,6 +287,16 @@ TEST(ZoneInfo, yearlyRulesTakeOverRightAfterTheLastListedChange) {
   }
 }
 
+TEST(ZoneInfo, yearlyRulesDoNotReachBackBeforeTheLastListedChange) {
+  const int64_t december = secondOf("2026-12-01T00:00:00Z");
+  const auto zone =
+      File{.offsets = {0, 3600}, .changes = {{december, 1}}, .footer = "CET-1CEST,M3.5.0,M10.5.0/3"}.zone();
+  ASSERT_TRUE(zone);
+  EXPECT_EQ(offsetAt(*zone, secondOf("2026-07-01T00:00:00Z")), 0);
+  EXPECT_EQ(offsetAt(*zone, december), 3600);
+  EXPECT_EQ(offsetAt(*zone, secondOf("2027-07-01T00:00:00Z")), 7200);
+}
+
 TEST(ZoneInfo, daylightSavingMayLastAllYear) {
   const auto zone = File{.offsets = {-18'000, -14'400}, .changes = {{0, 1}}, .footer = "EST5EDT,0/0,J365/25"}.zone();
   ASSERT_TRUE(zone);
