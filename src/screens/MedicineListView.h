@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "screens/Content.h"
+#include "screens/Screen.h"
+#include "support/Fields.h"
+#include "support/Instant.h"
+
+namespace pillora {
+
+/// One medicine of the list.
+struct MedicineRowView {
+  UUID id;
+  std::string name;
+  std::string dosageText;
+  std::optional<std::string> icon;  ///< absent when icons are switched off in the settings
+  std::string color;
+  bool isActive = true;
+  std::optional<std::string> inactiveBadge;
+  std::string intervalSymbol;
+  std::optional<Instant> nextDose;
+  std::optional<std::string> nextDoseText;  ///< "in 2 hr."
+
+  static constexpr auto fields() {
+    using Row = MedicineRowView;
+    return std::tuple(field("id", &Row::id), field("name", &Row::name), field("dosageText", &Row::dosageText),
+                      field("icon", &Row::icon), field("color", &Row::color), field("isActive", &Row::isActive),
+                      field("inactiveBadge", &Row::inactiveBadge), field("intervalSymbol", &Row::intervalSymbol),
+                      field("nextDose", &Row::nextDose), field("nextDoseText", &Row::nextDoseText));
+  }
+};
+
+struct MedicineSection {
+  std::string title;
+  std::vector<MedicineRowView> rows;
+
+  static constexpr auto fields() {
+    return std::tuple(field("title", &MedicineSection::title), field("rows", &MedicineSection::rows));
+  }
+};
+
+struct MedicineListContent {
+  std::string title;
+  std::vector<ActionItem> toolbar;  ///< "addMedicine"
+  std::string searchPrompt;
+  std::vector<MedicineSection> sections;  ///< without those that have no rows
+  std::optional<Panel> empty;             ///< the store holds no medicine; not for a search without matches
+  std::optional<ActionItem> emptyAction;
+
+  static constexpr auto fields() {
+    using List = MedicineListContent;
+    return std::tuple(field("title", &List::title), field("toolbar", &List::toolbar),
+                      field("searchPrompt", &List::searchPrompt), field("sections", &List::sections),
+                      field("empty", &List::empty), field("emptyAction", &List::emptyAction));
+  }
+};
+
+/// The tab of all medicines, the active ones first, each part in the order of names.
+class MedicineListView {
+ public:
+  explicit MedicineListView(ScreenEnvironment environment);
+
+  MedicineListContent content() const;
+
+  std::string searchText;  ///< only names that contain it are shown; blanks count
+
+ private:
+  Medicines shown() const;
+  MedicineRowView row(const Medicine& medicine, Instant now) const;
+
+  ScreenEnvironment environment_;
+  LiveQuery<Medicine> medicines_;
+  LiveQuery<AppSettings> settings_;
+};
+
+}  // namespace pillora
