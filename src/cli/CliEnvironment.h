@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/Calendar.h"
+#include "platform/Clock.h"
+#include "platform/Console.h"
+#include "platform/MainExecutor.h"
+#include "platform/Texts.h"
+#include "support/Result.h"
+
+namespace pillora {
+
+/// Where text is printed: how wide a line may be, and whether colours show.
+struct Terminal {
+  size_t columns = 80;
+  bool hasColor = false;
+};
+
+/// A time zone and a locale by name; what is absent is the system's.
+struct Region {
+  std::optional<std::string> timeZone, locale;
+};
+
+/// What pilloractl is run on. main() fills it with the real adapters, tests with their own. The makers answer an error
+/// that names a zone, locale or language which they do not know; what they make outlives the environment's users.
+struct CliEnvironment {
+  const Clock& clock;
+  Console& console;  ///< standard error: each failure is one line
+  MainExecutor& executor;
+  Terminal terminal;
+  std::function<Result<std::unique_ptr<Calendar>>(const Region&)> makeCalendar;
+  std::function<Result<std::unique_ptr<Texts>>(const Region&, const std::string& language)> makeTexts;
+  /// The app's own store file, its folder made when missing.
+  std::function<Result<std::string>()> defaultStore;
+};
+
+}  // namespace pillora

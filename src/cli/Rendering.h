@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/CliEnvironment.h"
+#include "screens/MedicineListView.h"
+#include "screens/TodayView.h"
+#include "screens/UpcomingView.h"
+
+namespace pillora {
+
+// What the screens hold, as text to read. Nothing is decided here: texts and colours are the content's. `texts` is for
+// the few words that only a terminal needs.
+
+std::string rendered(const TodayContent& content, const Terminal& terminal, const Texts& texts);
+std::string rendered(const UpcomingContent& content, const Terminal& terminal, const Texts& texts);
+std::string rendered(const MedicineListContent& content, const Terminal& terminal, const Texts& texts);
+
+/// Logs under the date of their day.
+struct LogDay {
+  std::string title;
+  std::vector<DoseLogRow> logs;
+};
+std::string rendered(const std::vector<LogDay>& days, const Terminal& terminal);
+
+}  // namespace pillora

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include "cli/Run.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "cli/Commands.h"
+#include "cli/DisplayText.h"
+#include "cli/Page.h"
+
+namespace pillora {
+
+namespace {
+
+struct Command {
+  std::string_view name;
+  Result<Action> (*read)(const CommandLine& line, Session& session);
+};
+
+constexpr std::array kCommands = {
+    Command{"today", todayCommand},
+    Command{"upcoming", upcomingCommand},
+    Command{"medicines", medicinesCommand},
+    Command{"add", addCommand},
+    Command{"delete", deleteCommand},
+    Command{"take", takeCommand},
+    Command{"skip", skipCommand},
+    Command{"undo", undoCommand},
+    Command{"logs", logsCommand},
+    Command{"next", nextCommand},
+    Command{"completion", completionCommand},
+};
+
+ExitStatus fail(const CliEnvironment& environment, const Error& error, ExitStatus status) {
+  environment.console.print("pilloractl: " + harmless(error.description));
+  return status;
+}
+
+}  // namespace
+
+int run(const std::vector<std::string>& arguments, const CliEnvironment& environment, std::ostream& out) {
+  const auto parsed = parseCommandLine(arguments);
+  if (!parsed) return fail(environment, parsed.error(), kWrongUsage);
+  if (const auto* help = std::get_if<HelpText>(&*parsed)) {
+    out << help->text;
+    return kDone;
+  }
+  const auto& line = std::get<CommandLine>(*parsed);
+  const auto session = Session::begin(line, environment);
+  if (!session) return fail(environment, session.error(), kWrongUsage);
+  const auto command =
+      std::find_if(kCommands.begin(), kCommands.end(), [&](const Command& one) { return one.name == line.command; });
+  const auto action = command->read(line, **session);
+  if (!action) return fail(environment, action.error(), kWrongUsage);
+  const auto printed = (*action)();
+  if (!printed) return fail(environment, printed.error(), kRefused);
+  out << *printed;
+  return kDone;
+}
+
+std::string messageLine(std::string_view text, const Session& session) {
+  Page page(session.terminal());
+  page.paragraph({std::string(text)});
+  return page.text();
+}
+
+std::string jsonLine(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n'; }
+
+}  // namespace pillora

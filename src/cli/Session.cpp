@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: MIT
+#include "cli/Session.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "support/Instant.h"
+#include "support/UUID.h"
+
+namespace pillora {
+
+namespace {
+
+/// The instant at which a clock in the zone of `gregorian` shows `wall`.
+std::optional<Instant> localInstant(const WallTime& wall, const Calendar& gregorian) {
+  DateComponents components;
+  components.era = gregorian.components(Instant()).era;  // the era that 1970 lies in
+  components.year = wall.year;
+  components.month = wall.month;
+  components.day = wall.day;
+  components.hour = wall.hour;
+  components.minute = wall.minute;
+  const auto minute = gregorian.date(components);
+  return minute ? std::optional(*minute + wall.second) : std::nullopt;
+}
+
+/// Whether `name` is `ref`, or begins with it, without regard to case. Texts look for a part anywhere; a mark that is
+/// in no name holds the part to the ends.
+constexpr std::string_view kMark = "\xEE\x80\x80";  // U+E000, a private-use letter
+
+bool isNamed(const std::string& name, const std::string& ref, const Texts& texts) {
+  const std::string mark(kMark);
+  return texts.containsIgnoringCase(mark + name + mark, mark + ref + mark);
+}
+
+bool beginsWith(const std::string& name, const std::string& ref, const Texts& texts) {
+  const std::string mark(kMark);
+  return texts.containsIgnoringCase(mark + name, mark + ref);
+}
+
+template <typename Fits>
+Medicines fitting(const Medicines& medicines, Fits fits) {
+  Medicines found;
+  std::copy_if(medicines.begin(), medicines.end(), std::back_inserter(found), fits);
+  return found;
+}
+
+}  // namespace
+
+Session::Session(const CommandLine& line, const CliEnvironment& environment)
+    : line_(line), environment_(environment), clock_(environment.clock.now()) {}
+
+Session::~Session() {
+  if (container_) container_->mainContext().discardChanges();
+}
+
+Result<std::unique_ptr<Session>> Session::begin(const CommandLine& line, const CliEnvironment& environment) {
+  std::unique_ptr<Session> session(new Session(line, environment));
+  if (const auto prepared = session->prepare(); !prepared) return prepared.error();
+  return session;
+}
+
+Result<void> Session::prepare() {
+  if (line_.now && !line_.store) return Error{"--now works only together with --store"};
+  if (line_.store && line_.store->empty()) return Error{"--store needs the name of a file"};
+  auto calendar = environment_.makeCalendar(region());
+  if (!calendar) return calendar.error();
+  calendar_ = *std::move(calendar);
+  auto texts = environment_.makeTexts(region(), line_.language.value_or("en"));
+  if (!texts) return texts.error();
+  texts_ = *std::move(texts);
+  if (line_.now) {
+    const auto now = instant(*line_.now);
+    if (!now) return now.error();
+    clock_.instant_ = *now;
+  }
+  return {};
+}
+
+Result<Instant> Session::instant(std::string_view text) const {
+  const Error malformed{"'" + std::string(text) + "' is no instant such as 2026-03-08T07:30 or 2026-03-08T07:30:00Z"};
+  const auto parsed = parseTime(text);
+  if (!parsed) return malformed;
+  if (parsed->offset) return utcInstant(parsed->wall) - *parsed->offset;
+  // ISO 8601 dates are Gregorian, whatever the calendar of the locale.
+  const auto gregorian = environment_.makeCalendar({line_.timeZone, "en_US@calendar=gregorian"});
+  if (!gregorian) return gregorian.error();
+  const auto local = localInstant(parsed->wall, **gregorian);
+  return local ? Result<Instant>(*local) : malformed;
+}
+
+Result<ScreenEnvironment> Session::open() {
+  if (!container_) {
+    const auto refused = [](const Error& error) {
+      return Error{"Could not create ModelContainer: " + error.description};
+    };
+    const auto file = line_.store ? Result<std::string>(*line_.store) : environment_.defaultStore();
+    if (!file) return refused(file.error());
+    ModelConfiguration configuration;
+    std::error_code withoutFolder;  // as an absolute path no name has a meaning of its own to SQLite
+    configuration.path = std::filesystem::absolute(*file, withoutFolder).string();
+    if (withoutFolder) return refused({withoutFolder.message()});
+    auto container = ModelContainer::open(configuration, environment_.executor);
+    if (!container) return refused(container.error());
+    container_ = *std::move(container);
+  }
+  return ScreenEnvironment{container_->mainContext(), clock_, *calendar_, *texts_};
+}
+
+Result<std::shared_ptr<Medicine>> Session::medicine(std::string_view ref) {
+  const auto screens = open();
+  if (!screens) return screens.error();
+  ModelContext& context = screens->context;
+  if (const auto id = UUID::parse(ref)) {
+    if (auto medicine = context.find<Medicine>(*id)) return medicine;
+  }
+  const auto medicines = context.fetch<Medicine>();
+  if (!medicines) return medicines.error();
+  const std::string name(ref);
+  // Deliberate: the empty text begins every name, but a script's unset variable must not pick a person's one medicine.
+  if (name.empty()) return Error{"no medicine has an empty name"};
+  auto found = fitting(*medicines, [&](const auto& one) { return isNamed(one->name(), name, texts()); });
+  if (found.size() != 1) {
+    found = fitting(*medicines, [&](const auto& one) { return beginsWith(one->name(), name, texts()); });
+  }
+  if (found.size() == 1) return found.front();
+  return Error{(found.empty() ? "no medicine fits '" : "several medicines fit '") + name + "'"};
+}
+
+Result<void> Session::save() {
+  ModelContext& context = container_->mainContext();
+  if (auto error = context.takeReadError()) return *std::move(error);
+  return context.save();
+}
+
+}  // namespace pillora

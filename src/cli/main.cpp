@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+#include <string_view>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "cli/Run.h"
+#include "icu/Calendars.h"
+#include "icu/IcuTexts.h"
+#include "linux/Folders.h"
+#include "linux/QueuedMainExecutor.h"
+#include "linux/StandardErrorConsole.h"
+#include "linux/SystemClock.h"
+
+namespace {
+
+using namespace pillora;
+
+/// See https://no-color.org for NO_COLOR.
+Terminal standardOutput() {
+  Terminal terminal;
+  if (isatty(STDOUT_FILENO) == 0) return terminal;
+  const auto variable = [](const char* name) {
+    const char* value = std::getenv(name);
+    return std::string_view(value == nullptr ? "" : value);
+  };
+  terminal.hasColor = variable("NO_COLOR").empty() && !variable("TERM").empty() && variable("TERM") != "dumb";
+  winsize size{};
+  if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
+    terminal.columns = std::clamp<size_t>(size.ws_col, 40, 120);
+  }
+  return terminal;
+}
+
+Result<std::string> defaultStore() {
+  const auto folder = groupContainer();
+  return folder ? Result<std::string>(*folder + "/Pillora.store") : folder.error();
+}
+
+std::string localeOf(const Region& region) { return region.locale ? *region.locale : systemLocale(); }
+std::string zoneOf(const Region& region) { return region.timeZone ? *region.timeZone : systemTimeZone(); }
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  umask(077);
+  const SystemClock clock;
+  StandardErrorConsole console;
+  QueuedMainExecutor executor;
+  const CliEnvironment environment{clock,
+                                   console,
+                                   executor,
+                                   standardOutput(),
+                                   [](const Region& region) { return makeCalendar(localeOf(region), zoneOf(region)); },
+                                   [](const Region& region, const std::string& language) {
+                                     return makeTexts(localeOf(region), zoneOf(region), language);
+                                   },
+                                   defaultStore};
+  const int status = run(std::vector<std::string>(argv + 1, argv + argc), environment, std::cout);
+  executor.drain();
+  if (!std::cout.flush()) {
+    console.print("pilloractl: standard output cannot be written");
+    return kRefused;
+  }
+  return status;
+}

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "linux/Folders.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace pillora {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kGroupContainer = "group.org.pillora.Pillora";
+
+/// The path that a variable holds; in XDG base directories a relative one counts as not set.
+fs::path folderFrom(const char* variable) {
+  const char* value = std::getenv(variable);
+  const fs::path path = value == nullptr ? "" : value;
+  return path.is_absolute() ? path : fs::path();
+}
+
+fs::path home() {
+  if (auto folder = folderFrom("HOME"); !folder.empty()) return folder;
+  const passwd* user = getpwuid(getuid());
+  return user == nullptr || user->pw_dir == nullptr ? fs::path() : fs::path(user->pw_dir);
+}
+
+fs::path dataHome() {
+  if (auto folder = folderFrom("XDG_DATA_HOME"); !folder.empty()) return folder;
+  const fs::path folder = home();
+  return folder.empty() ? fs::path() : folder / ".local" / "share";
+}
+
+Error failed(const fs::path& folder, int error) {
+  return {"cannot make the folder " + folder.string() + ": " + std::generic_category().message(error)};
+}
+
+Result<void> makePrivateFolder(const fs::path& folder) {
+  std::error_code error;
+  if (fs::is_directory(folder, error)) return {};
+  if (folder.has_parent_path() && folder.parent_path() != folder) {
+    if (auto parent = makePrivateFolder(folder.parent_path()); !parent) return parent;
+  }
+  if (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) {
+    // Another process may have made it meanwhile; anything but a folder is in the way.
+    return fs::is_directory(folder, error) ? Result<void>() : failed(folder, ENOTDIR);
+  }
+  return failed(folder, errno);
+}
+
+}  // namespace
+
+Result<std::string> groupContainer() {
+  const fs::path data = dataHome();
+  if (data.empty()) return Error{"this user has no home folder"};
+  const fs::path folder = data / kGroupContainer;
+  if (const auto made = makePrivateFolder(folder); !made) return made.error();
+  return folder.string();
+}
+
+}  // namespace pillora

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "support/Result.h"
+
+namespace pillora {
+
+/// The folder that Pillora's programs share, "group.org.pillora.Pillora" in the user's data folder ($XDG_DATA_HOME,
+/// else ~/.local/share, as XDG base directories are laid out). It and what leads to it are made when missing,
+/// readable by their owner alone; a folder that is there stays as it is.
+Result<std::string> groupContainer();
+
+}  // namespace pillora

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "cli/Run.h"
+#include "doubles/FakeClock.h"
+#include "doubles/Instants.h"
+#include "doubles/RecordingConsole.h"
+#include "doubles/TemporaryFolder.h"
+#include "icu/Calendars.h"
+#include "icu/IcuTexts.h"
+#include "linux/QueuedMainExecutor.h"
+#include "support/Json.h"
+
+namespace pillora {
+
+/// What one call of pilloractl left behind.
+struct Called {
+  int status = -1;
+  std::string out;
+  std::vector<std::string> lines;  ///< of the console
+
+  /// The JSON object on standard output; null when there is none.
+  Json json() const {
+    const auto parsed = parseJson(out);
+    return parsed ? *parsed : Json();
+  }
+  /// Wrong usage or a refusal as it must look: the status, one line that tells why, and nothing else.
+  bool failedWith(int expected) const {
+    return status == expected && out.empty() && lines.size() == 1 && lines[0].starts_with("pilloractl: ") &&
+           lines[0].size() > 14;
+  }
+};
+
+inline void PrintTo(const Called& called, std::ostream* out) {
+  *out << "status " << called.status << ", output \"" << called.out << "\"";
+  for (const std::string& line : called.lines) *out << ", line \"" << line << "\"";
+}
+
+using Words = std::vector<std::string>;
+
+inline Words operator+(Words words, const Words& more) {
+  words.insert(words.end(), more.begin(), more.end());
+  return words;
+}
+
+/// pilloractl within the test, on the real calendar, texts and store: 2025-01-10T10:30:00Z, UTC, en_US, and a store in
+/// a folder of its own.
+class Cli : public ::testing::Test {
+ protected:
+  Cli() { store = folder.path() + "/Pillora.store"; }
+
+  /// Runs these words just as they are.
+  Called run(const Words& words) {
+    RecordingConsole console;
+    QueuedMainExecutor executor;
+    const CliEnvironment environment{
+        clock,
+        console,
+        executor,
+        terminal,
+        [](const Region& region) {
+          return makeCalendar(region.locale.value_or("en_US"), region.timeZone.value_or("UTC"));
+        },
+        [](const Region& region, const std::string& language) {
+          return makeTexts(region.locale.value_or("en_US"), region.timeZone.value_or("UTC"), language);
+        },
+        [this] { return Result<std::string>(store); }};
+    std::ostringstream out;
+    const int status = pillora::run(words, environment, out);
+    executor.drain();
+    return {status, out.str(), console.lines()};
+  }
+  /// The same with --json before them, and the JSON that it printed.
+  Json json(const Words& words) { return run(Words{"--json"} + words).json(); }
+
+  /// Adds a medicine and answers its identifier.
+  std::string add(const Words& words) { return json(Words{"add"} + words).value("id", ""); }
+  Json logs() { return json({"logs"}).at("logs"); }
+  /// The names in the list of medicines, in its order.
+  Words names() {
+    Words found;
+    const Json list = json({"medicines"});
+    for (const Json& section : list.at("sections")) {
+      for (const Json& row : section.at("rows")) found.push_back(row.at("name"));
+    }
+    return found;
+  }
+
+  TemporaryFolder folder;
+  std::string store;
+  FakeClock clock{at("2025-01-10T10:30:00Z")};
+  Terminal terminal;
+};
+
+/// The members of an object, in their order.
+inline Words membersOf(const Json& object) {
+  Words members;
+  for (const auto& [name, value] : object.items()) members.push_back(name);
+  return members;
+}
+
+/// Whether the object has all of these members; it may have more.
+inline ::testing::AssertionResult hasMembers(const Json& object, const Words& members) {
+  for (const std::string& name : members) {
+    if (!object.is_object() || !object.contains(name)) {
+      return ::testing::AssertionFailure() << "no \"" << name << "\" in " << object.dump();
+    }
+  }
+  return ::testing::AssertionSuccess();
+}
+
+}  // namespace pillora
