@@ -53,8 +53,10 @@ inline rc::Gen<TimeOfDay> plainTime() {
 
 /// Intervals as people set them.
 inline rc::Gen<ReminderInterval> plainInterval() {
-  return detail::interval(rc::gen::inRange<int64_t>(1, 25), plainTime(), rc::gen::inRange<int64_t>(1, 8),
-                          rc::gen::inRange<int64_t>(1, 32), rc::gen::inRange<int64_t>(1, 3000));
+  // As often as not a day that some months lack.
+  const auto dayOfMonth = rc::gen::oneOf(rc::gen::inRange<int64_t>(1, 32), rc::gen::inRange<int64_t>(29, 32));
+  return detail::interval(rc::gen::inRange<int64_t>(1, 25), plainTime(), rc::gen::inRange<int64_t>(1, 8), dayOfMonth,
+                          rc::gen::inRange<int64_t>(1, 3000));
 }
 
 /// Any number that a file may hold, most often a small one.

@@ -6,7 +6,7 @@
 namespace pillora {
 
 /// A calendar that works like the one it wraps, except that it cannot do what it was told to refuse.
-class RefusingCalendar final : public Calendar {
+class RefusingCalendar : public Calendar {
  public:
   struct Refused {
     bool addingDays = false, addingHours = false, addingMinutes = false, formingDates = false;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <map>
 #include <rapidcheck/gtest.h>
 #include <string>
@@ -15,10 +16,14 @@
 namespace pillora {
 
 void showValue(Instant instant, std::ostream& out) { out << iso8601(instant); }
+void showValue(DoseStatus status, std::ostream& out) { out << rawValue(status); }
 
 namespace {
 
 using std::chrono::minutes;
+
+// More cases than RapidCheck tries by itself, unless whoever runs the tests says how many.
+[[maybe_unused]] const int kEnvironmentSet = setenv("RC_PARAMS", "max_success=500", 0);
 
 /// One calendar for all cases that ask for it.
 const Calendar& sharedCalendar(const std::string& locale, const std::string& zone) {
