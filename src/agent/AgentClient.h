@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "agent/AppEndpoint.h"
+#include "agent/Bus.h"
+#include "agent/TaskHandlers.h"
+#include "agent/TurnQueue.h"
+#include "platform/BGTaskScheduler.h"
+#include "platform/MainExecutor.h"
+#include "platform/UNUserNotificationCenter.h"
+
+namespace pillora {
+
+/// The agent, as the app and the command line see it. What is issued in one turn travels as one message, and its
+/// completions come when the agent has answered. Listings are waited for, so that a cancel takes what is pending now
+/// and travels together with what is planned after it. An agent that does not run is started through the bus, or from
+/// the program beside ours. Every call ends within its time; then the completions get an error.
+///
+/// Main thread only; completions are called on it, from process(), finish() or the call itself.
+class AgentClient final : public UNUserNotificationCenter, public BGTaskScheduler {
+ public:
+  struct Options {
+    std::string agentProgram;  ///< started when the bus cannot start the agent; none when empty
+    std::chrono::milliseconds patience = std::chrono::seconds(5);  ///< for each call
+  };
+
+  /// An error when there is no session bus or no agent can be reached; then the in-process centre takes its place.
+  static Result<std::unique_ptr<AgentClient>> connect(MainExecutor& executor, const Options& options);
+  ~AgentClient() override;
+
+  /// Makes this process the app that the agent asks and answers; see AppEndpoint.
+  Result<void> becomeApp(AppHooks hooks);
+
+  /// What a host's event loop watches for reading (and writing, when wantsToWrite()), and calls process() for; also
+  /// after every turn.
+  int descriptor() const { return sd_bus_get_fd(bus_.get()); }
+  bool wantsToWrite() const;
+  sd_bus* connection() const { return bus_.get(); }
+  void process();
+  /// Whether answers are still to come.
+  bool isAwaiting() const { return owed_ > 0; }
+  /// Sends what is queued and waits for all answers that are owed, for programs that end; at most `patience` long.
+  void finish();
+
+  void setDelegate(UNUserNotificationCenterDelegate* delegate) override { endpoint_.setDelegate(delegate); }
+  void requestAuthorization(unsigned options,
+                            std::function<void(bool granted, std::optional<Error>)> completion) override;
+  void getNotificationSettings(std::function<void(UNNotificationSettings)> completion) override;
+  void setNotificationCategories(std::vector<UNNotificationCategory> categories) override;
+  void getNotificationCategories(std::function<void(std::vector<UNNotificationCategory>)> completion) override;
+  void add(UNNotificationRequest request, std::function<void(std::optional<Error>)> completion) override;
+  void getPendingNotificationRequests(std::function<void(std::vector<UNNotificationRequest>)> completion) override;
+  void getPendingNotificationRequestIdentifiers(std::function<void(std::vector<std::string>)> completion) override;
+  void removePendingNotificationRequests(std::vector<std::string> identifiers) override;
+  void setBadgeCount(int64_t count) override;
+  void getBadgeCount(std::function<void(int64_t)> completion) override;
+
+  void registerForTaskWithIdentifier(const std::string& identifier,
+                                     std::function<void(std::shared_ptr<BGTask>)> launchHandler) override;
+  Result<void> submit(BGProcessingTaskRequest request) override;
+  /// Runs the registered handler now, for the run that the agent started; see TaskHandlers::launch.
+  std::shared_ptr<RunningTask> launchTask(const std::string& identifier, std::function<void(bool)> completed);
+
+ private:
+  AgentClient(MainExecutor& executor, const Options& options, BusHandle bus);
+
+  Result<void> findAgent();
+  Result<bool> agentRuns();
+  Result<void> spawnAgent();
+  MessageHandle newCall(const char* member) const;
+  Result<MessageHandle> call(const char* member);
+  Result<MessageHandle> callAndWait(sd_bus_message* call);
+  template <typename Answered>
+  void callLater(const MessageHandle& call, Answered answered);
+  void send(const TurnQueue::Batch& batch);
+
+  Options options_;
+  BusHandle bus_;
+  AppEndpoint endpoint_;
+  TaskHandlers handlers_;
+  int owed_ = 0;  ///< answers that have not come
+  std::optional<std::chrono::steady_clock::time_point> missingSince_;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+  TurnQueue queue_;
+};
+
+}  // namespace pillora

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "agent/Bus.h"
+#include "platform/UNUserNotificationCenter.h"
+
+namespace pillora {
+
+/// What the window does for the desktop.
+struct AppHooks {
+  std::function<bool()> isActive;                          ///< whether a window has the focus
+  std::function<void(const std::string& token)> activate;  ///< come to the front, with the desktop's token if any
+};
+
+/// The app on the session bus: the name org.pillora.Pillora and the object /org/pillora/Pillora with
+/// org.freedesktop.Application, by which the desktop activates it, and org.pillora.Pillora.Delegate1, by which the
+/// agent reaches the notification centre's delegate:
+///
+///     WillPresent(request) → (u options)     an app that is not active, or has no delegate, wants the usual
+///     DidReceive(request, s action)          only the agent's answers are believed
+class AppEndpoint {
+ public:
+  /// The bus must outlive the endpoint.
+  explicit AppEndpoint(sd_bus* bus) : bus_(bus) {}
+
+  /// Takes the name and offers the object. An error when another app has the name; activating that one is the caller's
+  /// choice.
+  Result<void> start(AppHooks hooks);
+  void setDelegate(UNUserNotificationCenterDelegate* delegate) { delegate_ = delegate; }
+
+ private:
+  friend struct AppMethods;
+
+  sd_bus* bus_;
+  AppHooks hooks_;
+  UNUserNotificationCenterDelegate* delegate_ = nullptr;
+  SlotHandle delegateSlot_, applicationSlot_;
+};
+
+}  // namespace pillora

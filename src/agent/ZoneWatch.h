@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "agent/Bus.h"
+
+namespace pillora {
+
+/// Notices that the system's time zone may have changed: `localtime` in the folder given was replaced, or the
+/// system's time service says so. A system without one of them is watched by the other.
+class ZoneWatch {
+ public:
+  ZoneWatch(sd_event* event, const std::string& folder, std::function<void()> changed);
+  ~ZoneWatch();
+  ZoneWatch(const ZoneWatch&) = delete;
+  ZoneWatch& operator=(const ZoneWatch&) = delete;
+
+ private:
+  void watchFolder(sd_event* event, const std::string& folder);
+  void watchService(sd_event* event);
+
+  std::function<void()> changed_;
+  int notify_ = -1;
+  SourceHandle source_;
+  SlotHandle slot_;
+  BusHandle system_;
+};
+
+}  // namespace pillora

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <sys/stat.h>
+
+#include "agent/Agent.h"
+#include "agent/ProcessLauncher.h"
+#include "agent/TimerFd.h"
+#include "agent/ZoneWatch.h"
+#include "linux/SystemClock.h"
+
+namespace pillora {
+namespace {
+
+/// $XDG_STATE_HOME/pillora/reminders.db; a relative XDG_STATE_HOME counts as unset.
+std::string reminderFile() {
+  const char* state = std::getenv("XDG_STATE_HOME");
+  const char* home = std::getenv("HOME");
+  const std::string folder = state != nullptr && state[0] == '/'
+                                 ? std::string(state)
+                                 : std::string(home != nullptr ? home : "") + "/.local/state";
+  return folder + "/pillora/reminders.db";
+}
+
+Result<int> run() {
+  sd_event* loop = nullptr;
+  sd_bus* session = nullptr;
+  if (const int made = sd_event_default(&loop); made < 0) return busError("event loop", made);
+  const EventHandle event(loop);
+  if (const int opened = sd_bus_open_user(&session); opened < 0) return busError("no session bus", opened);
+  const BusHandle bus(session);
+  if (const int attached = sd_bus_attach_event(session, loop, SD_EVENT_PRIORITY_NORMAL); attached < 0) {
+    return busError("session bus", attached);
+  }
+  sd_bus_set_exit_on_disconnect(session, 1);
+  sd_event_add_signal(loop, nullptr, SIGTERM, nullptr, nullptr);
+  sd_event_add_signal(loop, nullptr, SIGINT, nullptr, nullptr);
+
+  const auto timer = TimerFd::open(loop);
+  if (!timer) return timer.error();
+  const SystemClock clock;
+  LibraryZone zone;
+  ProcessLauncher launcher(siblingProgram("pilloractl"));
+  const auto agent = Agent::start({session, clock, **timer, zone, launcher}, reminderFile());
+  if (!agent) return agent.error();
+  if (*agent == nullptr) {
+    std::fputs("pillora-agent: another one is running already\n", stderr);
+    return 0;
+  }
+  const ZoneWatch watch(loop, "/etc", [&agent = **agent] { agent.zoneChanged(); });
+  return sd_event_loop(loop);
+}
+
+}  // namespace
+}  // namespace pillora
+
+int main() {
+  umask(077);
+  std::signal(SIGCHLD, SIG_IGN);  // the kernel reaps background runs
+  sigset_t ending;
+  sigemptyset(&ending);
+  sigaddset(&ending, SIGTERM);
+  sigaddset(&ending, SIGINT);
+  sigprocmask(SIG_BLOCK, &ending, nullptr);
+
+  const auto ended = pillora::run();
+  if (ended) return *ended < 0 ? EXIT_FAILURE : EXIT_SUCCESS;
+  std::fprintf(stderr, "pillora-agent: %s\n", ended.error().description.c_str());
+  return EXIT_FAILURE;
+}

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+// The agent with a clock, a timer and a zone that a test moves over the bus: everything but these is what people run.
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+#include "agent/Agent.h"
+#include "agent/ProcessLauncher.h"
+
+namespace pillora {
+namespace {
+
+class MovableTime final : public Clock, public WakeTimer {
+ public:
+  explicit MovableTime(Instant now) : now_(now) {}
+
+  Instant now() const override { return now_; }
+  void onWake(std::function<void()> wake) override { wake_ = std::move(wake); }
+  void arm(std::optional<Instant> instant) override { armed_ = instant; }
+
+  /// Time passes; the timer goes off when it was armed for then.
+  void passUntil(Instant now) {
+    now_ = now;
+    if (armed_ && *armed_ <= now_) wake_();
+  }
+  /// The clock is set; an armed timer goes off.
+  void stepTo(Instant now) {
+    now_ = now;
+    if (armed_) wake_();
+  }
+  int64_t armed() const { return armed_ ? armed_->microseconds() : -1; }
+
+ private:
+  Instant now_;
+  std::optional<Instant> armed_;
+  std::function<void()> wake_;
+};
+
+struct Controls {
+  MovableTime& time;
+  Agent& agent;
+
+  static Controls& of(void* self) { return *static_cast<Controls*>(self); }
+  static Instant instantIn(sd_bus_message* call) {
+    int64_t microseconds = 0;
+    sd_bus_message_read(call, "x", &microseconds);
+    return Instant(Instant::Duration(microseconds));
+  }
+  static int pass(sd_bus_message* call, void* self, sd_bus_error*) {
+    of(self).time.passUntil(instantIn(call));
+    return sd_bus_reply_method_return(call, "x", of(self).time.armed());
+  }
+  static int step(sd_bus_message* call, void* self, sd_bus_error*) {
+    of(self).time.stepTo(instantIn(call));
+    return sd_bus_reply_method_return(call, "x", of(self).time.armed());
+  }
+  static int setZone(sd_bus_message* call, void* self, sd_bus_error*) {
+    const char* zone = nullptr;
+    sd_bus_message_read(call, "s", &zone);
+    setenv("TZ", zone, 1);
+    of(self).agent.zoneChanged();
+    return sd_bus_reply_method_return(call, "x", of(self).time.armed());
+  }
+};
+
+const sd_bus_vtable kControls[] = {
+    SD_BUS_VTABLE_START(0),
+    SD_BUS_METHOD("Pass", "x", "x", Controls::pass, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_METHOD("Step", "x", "x", Controls::step, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_METHOD("SetZone", "s", "x", Controls::setZone, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_VTABLE_END,
+};
+
+Result<int> run(const std::string& file, Instant now, const std::string& program) {
+  sd_event* loop = nullptr;
+  sd_bus* session = nullptr;
+  if (const int made = sd_event_default(&loop); made < 0) return busError("event loop", made);
+  const EventHandle event(loop);
+  if (const int opened = sd_bus_open_user(&session); opened < 0) return busError("no session bus", opened);
+  const BusHandle bus(session);
+  sd_bus_attach_event(session, loop, SD_EVENT_PRIORITY_NORMAL);
+  sd_bus_set_exit_on_disconnect(session, 1);
+  MovableTime time(now);
+  LibraryZone zone;
+  ProcessLauncher launcher(program);
+  const auto agent = Agent::start({session, time, time, zone, launcher}, file);
+  if (!agent) return agent.error();
+  if (*agent == nullptr) return 0;
+  Controls controls{time, **agent};
+  sd_bus_add_object_vtable(session, nullptr, "/org/pillora/Pillora/AgentUnderTest",
+                           "org.pillora.Pillora.AgentUnderTest1", kControls, &controls);
+  sd_bus_request_name(session, "org.pillora.Pillora.AgentUnderTest", 0);
+  return sd_event_loop(loop);
+}
+
+}  // namespace
+}  // namespace pillora
+
+int main(int count, char** arguments) {
+  if (count != 4) return 2;
+  const pillora::Instant now{pillora::Instant::Duration(std::atoll(arguments[2]))};
+  const auto ended = pillora::run(arguments[1], now, arguments[3]);
+  if (ended) return *ended < 0 ? 1 : 0;
+  std::fprintf(stderr, "%s\n", ended.error().description.c_str());
+  return 1;
+}
