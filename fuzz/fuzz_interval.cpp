@@ -5,6 +5,7 @@
 
 #include "Target.h"
 #include "model/ReminderInterval.h"
+#include "support/Json.h"
 
 namespace {
 

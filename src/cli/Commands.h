@@ -7,7 +7,7 @@
 
 #include "cli/CommandLine.h"
 #include "cli/Session.h"
-#include "support/Json.h"
+#include "support/JsonForward.h"
 #include "support/Result.h"
 
 namespace pillora {

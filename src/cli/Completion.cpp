@@ -5,6 +5,7 @@
 #include "cli/Commands.h"
 #include "cli/DisplayText.h"
 #include "screens/MedicineForm.h"
+#include "support/Json.h"
 
 namespace pillora {
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/AddFields.h"
 #include "cli/Commands.h"
+#include "support/Json.h"
 
 namespace pillora {
 

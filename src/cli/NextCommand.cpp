@@ -3,6 +3,7 @@
 #include "cli/Page.h"
 #include "cli/Words.h"
 #include "model/ReminderInterval.h"
+#include "support/Json.h"
 
 namespace pillora {
 

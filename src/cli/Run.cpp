@@ -8,6 +8,7 @@
 #include "cli/Commands.h"
 #include "cli/DisplayText.h"
 #include "cli/Page.h"
+#include "support/Json.h"
 
 namespace pillora {
 

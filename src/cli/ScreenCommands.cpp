@@ -3,6 +3,7 @@
 
 #include "cli/Commands.h"
 #include "cli/Rendering.h"
+#include "support/Json.h"
 
 namespace pillora {
 

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "support/Json.h"
+
 namespace pillora {
 
 namespace {

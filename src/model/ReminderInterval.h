@@ -11,7 +11,7 @@
 
 #include "platform/Calendar.h"
 #include "platform/Texts.h"
-#include "support/Json.h"
+#include "support/JsonForward.h"
 #include "support/Result.h"
 
 namespace pillora {

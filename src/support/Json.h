@@ -10,13 +10,11 @@
 
 #include "support/Fields.h"
 #include "support/Instant.h"
+#include "support/JsonForward.h"
 #include "support/Result.h"
 #include "support/UUID.h"
 
 namespace pillora {
-
-/// JSON that keeps its members in the order in which they were added.
-using Json = nlohmann::ordered_json;
 
 /// Parses one JSON text (RFC 8259). Of members with the same name the last one wins. Malformed text, invalid UTF-8, a
 /// number no double can hold and anything after the value are errors that name the byte. So that no file can hang the

@@ -10,6 +10,7 @@
 #include "doubles/Places.h"
 #include "doubles/RandomIntervals.h"
 #include "doubles/RefusingCalendar.h"
+#include "support/Json.h"
 
 namespace pillora {
 namespace {

@@ -7,6 +7,7 @@
 #include "doubles/Intervals.h"
 #include "doubles/RefusingCalendar.h"
 #include "doubles/ScreenFixture.h"
+#include "support/Json.h"
 
 namespace pillora {
 namespace {
