@@ -60,6 +60,7 @@ void Agent::wake() {
     const Instant later = environment_.clock.now() + kAfterFailure;
     next = next ? std::max(*next, later) : later;
   } else {
+    for (const std::string& request : advanced->unreadable) report({"damaged in the file: " + request});
     for (const std::string& task : advanced->notLaunched) report({"could not start " + task});
   }
   environment_.timer.arm(next);

@@ -18,7 +18,7 @@ namespace pillora {
 ///                                               ("remove", as identifiers), ("categories", a category),
 ///                                               ("badge", x count) and ("submit", task)
 ///     GetPendingRequests() → (a request)        in order of their trigger, then identifier
-///     GetPendingIdentifiers() → (as)
+///     GetPendingIdentifiers() → (as)            in the order of their bytes
 ///     GetCategories() → (a category)
 ///     GetTasks() → (a task)
 ///     RequestAuthorization(u options) → (b granted, s error)

@@ -23,8 +23,9 @@ class ReminderFile;
 
 /// What one advance() did, by identifier.
 struct Advanced {
-  std::vector<std::string> shown;   ///< handed to the presenter
-  std::vector<std::string> folded;  ///< overdue and dropped in favour of a newer one of the same medicine
+  std::vector<std::string> shown;       ///< handed to the presenter
+  std::vector<std::string> folded;      ///< overdue and dropped in favour of a newer one of the same medicine
+  std::vector<std::string> unreadable;  ///< damaged in the file; they stay pending and never fire
   std::vector<std::string> launched, notLaunched;  ///< background tasks
 
   bool operator==(const Advanced&) const = default;
@@ -53,9 +54,9 @@ class Engine {
   /// file fails, all are refused and none is applied.
   OperationErrors apply(const std::vector<Operation>& operations);
 
-  /// In order of their trigger's wall time, then identifier.
+  /// In order of their trigger's wall time, then identifier. What is damaged in the file is left out.
   Result<std::vector<UNNotificationRequest>> pendingRequests();
-  /// The same identifiers without their content.
+  /// Their identifiers alone, in the order of their bytes.
   Result<std::vector<std::string>> pendingIdentifiers();
   Result<std::vector<UNNotificationCategory>> categories();
   Result<std::vector<BGProcessingTaskRequest>> tasks();
@@ -109,6 +110,7 @@ class Engine {
   ZoneRules& zone_;
   Presenter& presenter_;
   TaskLauncher& launcher_;
+  int64_t room_ = 0;               ///< how many more requests the batch under way may add
   std::set<int64_t> inFlight_;     ///< requests handed to the presenter whose completion has not come
   std::set<int64_t> notLaunched_;  ///< tasks that could not be started; tried again by the next process
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

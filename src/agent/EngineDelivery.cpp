@@ -18,6 +18,7 @@ constexpr int64_t kMinute = 60;
 constexpr int64_t kBubblesKeptFor = 7 * 86'400;
 /// Our own bubble numbers begin far above those that a server counts up from 1.
 constexpr int64_t kFirstBubble = 0x5000'0000;
+constexpr int64_t kLastBubble = 0x7FFF'FFFF;
 
 int64_t wholeSeconds(Instant instant) { return floorDiv(instant.microseconds(), 1'000'000); }
 
@@ -94,7 +95,15 @@ std::vector<Engine::Begun> Engine::beginDelivery(const std::vector<Due>& due, Ad
     const std::string content = mark.getColumn(0).getString();
     mark.reset();
     auto request = storedRequest(content);
-    if (!request) throw SQLite::Exception(request.error().description);
+    if (!request) {
+      // A damaged one must not keep back all that come after it.
+      mark.bind(1, static_cast<int>(RequestState::past));
+      mark.bind(2, each.serial);
+      mark.executeStep();
+      mark.reset();
+      advanced.unreadable.push_back(each.identifier);
+      continue;
+    }
     if (request->content.badge) file_->setValue("badge", std::to_string(*request->content.badge));
     const uint32_t bubble = bubbleFor(std::string(doseOf(each.identifier)), content);
     advanced.shown.push_back(each.identifier);
@@ -128,8 +137,8 @@ uint32_t Engine::bubbleFor(const std::string& dose, const std::string& content) 
 }
 
 uint32_t Engine::freshBubble() {
-  const auto last = file_->value("lastBubble");
-  const int64_t next = last ? std::stoll(*last) + 1 : kFirstBubble;
+  const int64_t last = file_->number("lastBubble").value_or(0);
+  const int64_t next = last >= kFirstBubble && last < kLastBubble ? last + 1 : kFirstBubble;
   file_->setValue("lastBubble", std::to_string(next));
   return static_cast<uint32_t>(next);
 }

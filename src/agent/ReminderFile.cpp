@@ -2,6 +2,7 @@
 #include "agent/ReminderFile.h"
 
 #include <cerrno>
+#include <charconv>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
@@ -117,11 +118,26 @@ Result<std::unique_ptr<ReminderFile>> ReminderFile::open(const std::string& path
 ReminderFile::ReminderFile(const std::string& path, std::unique_ptr<FileOwnership> ownership)
     : ownership_(std::move(ownership)), database_(path, SQLite::OPEN_READWRITE) {}
 
+SQLite::Statement& ReminderFile::statement(const char* sql) {
+  SQLite::Statement& found = statements_.try_emplace(sql, database_, sql).first->second;
+  found.reset();
+  found.clearBindings();
+  return found;
+}
+
 std::optional<std::string> ReminderFile::value(const std::string& name) {
   SQLite::Statement query(database_, "SELECT value FROM facts WHERE name=?");
   query.bind(1, name);
   if (!query.executeStep()) return std::nullopt;
   return query.getColumn(0).getString();
+}
+
+std::optional<int64_t> ReminderFile::number(const std::string& name) {
+  const auto text = value(name).value_or("");
+  int64_t number = 0;
+  const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool isWhole = failure == std::errc() && end == text.data() + text.size();
+  return isWhole ? std::optional(number) : std::nullopt;
 }
 
 void ReminderFile::setValue(const std::string& name, const std::string& value) {

@@ -3,9 +3,11 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 
 #include "support/Result.h"
 
@@ -39,16 +41,22 @@ class ReminderFile {
                                                     std::chrono::milliseconds patience = std::chrono::seconds(2));
 
   SQLite::Database& database() { return database_; }
+  /// The statement of this text, compiled once, without values and ready to run. `sql` must be a literal. A statement
+  /// that was stepped to a row is to be reset by its user, since it holds a place in the file.
+  SQLite::Statement& statement(const char* sql);
 
   /// Single values that are kept by name.
   std::optional<std::string> value(const std::string& name);
   void setValue(const std::string& name, const std::string& value);
+  /// A value that is a decimal number; nothing when it is absent or something else.
+  std::optional<int64_t> number(const std::string& name);
 
  private:
   ReminderFile(const std::string& path, std::unique_ptr<FileOwnership> ownership);
 
   std::unique_ptr<FileOwnership> ownership_;  ///< let go after the database is closed
   SQLite::Database database_;
+  std::unordered_map<const char*, SQLite::Statement> statements_;
 };
 
 }  // namespace pillora

@@ -2,6 +2,7 @@
 #include "store/SchemaSteps.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <SQLiteCpp/Savepoint.h>
 #include <algorithm>
 #include <optional>
 #include <set>
@@ -176,7 +177,11 @@ Schema currentSchema() { return {kFirstVersion, {}}; }
 
 Result<StoreState> examine(SQLite::Database& database, const Schema& schema) {
   try {
-    return examineFound(database, schema);
+    // One moment of the file: another process may be making the store right now.
+    SQLite::Savepoint moment(database, "examine");
+    auto state = examineFound(database, schema);
+    moment.release();
+    return state;
   } catch (const SQLite::Exception& failure) {
     if (failure.getErrorCode() == SQLITE_NOTADB) return Error{"the file is not a Pillora store"};
     if (failure.getErrorCode() == SQLITE_CORRUPT)

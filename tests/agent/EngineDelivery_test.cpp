@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "agent/EngineFixture.h"
+#include "agent/ReminderFile.h"
 
 namespace pillora {
 namespace {
@@ -121,6 +122,27 @@ TEST_F(EngineDeliveryTest, aCancelReachesWhatCouldNotBeShown) {
   advanceTo("2025-01-10T13:00:00Z");
   apply({RemoveRequests{{"A"}}});
   EXPECT_EQ(shownAt("2025-01-10T15:00:00Z"), Names{});
+}
+
+TEST_F(EngineDeliveryTest, aDamagedRequestDoesNotKeepTheOthersBack) {
+  apply({adding("damaged", "2025-01-10T08:00"), adding("A", "2025-01-10T08:00"), SetBadge{3}});
+  engine.reset();
+  {
+    const auto file = ReminderFile::open(path());
+    ASSERT_TRUE(file);
+    (*file)->database().exec("UPDATE requests SET content='{}' WHERE identifier='damaged'");
+    (*file)->setValue("badge", "many");
+    (*file)->setValue("lastBubble", "");
+  }
+  start();
+  EXPECT_EQ(engine->badge(), 0);
+  const Advanced advanced = advanceTo("2025-01-10T13:00:00Z");
+  EXPECT_EQ(advanced.shown, Names{"A"});
+  EXPECT_EQ(advanced.unreadable, Names{"damaged"});
+  EXPECT_TRUE(engine->pendingRequests()->empty());
+  EXPECT_EQ(shownAt("2025-01-10T14:00:00Z"), Names{});
+  apply({RemoveRequests{{"damaged"}}});
+  EXPECT_EQ(pending(), Names{});
 }
 
 TEST_F(EngineDeliveryTest, whatTheAppDoesNotWantShownIsDone) {
