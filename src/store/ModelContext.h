@@ -147,6 +147,7 @@ class ModelContext final : private RecordHost {
   int64_t dataVersion();
   void takeOverForeignChanges();
   void readAgain(const Table& table);
+  void giveWayToForeignDoses();
 
   // Reading (ModelContextReading.cpp).
   Prepared prepared(const std::string& sql);

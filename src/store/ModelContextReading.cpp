@@ -131,10 +131,8 @@ std::vector<std::shared_ptr<DoseLog>> ModelContext::doseLogs(const UUID& medicin
 
 std::vector<Instant> ModelContext::actedOnTimes(const UUID& medicine, Instant from, Instant to) {
   static const std::string kSql =
-      "SELECT scheduledTime FROM DoseLog WHERE medicine = ? AND scheduledTime >= ? AND scheduledTime < ?"
-      " AND statusRaw IN ('" +
-      std::string(rawValue(DoseStatus::taken)) + "', '" + std::string(rawValue(DoseStatus::skipped)) +
-      "') ORDER BY scheduledTime";
+      "SELECT scheduledTime FROM DoseLog WHERE medicine = ? AND scheduledTime >= ? AND scheduledTime < ? AND " +
+      isActedOn() + " ORDER BY scheduledTime";
   return times(kSql, medicine, from, to);
 }
 

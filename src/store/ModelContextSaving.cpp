@@ -204,9 +204,27 @@ void ModelContext::takeOverForeignChanges() {
   const int64_t version = dataVersion();
   if (version == dataVersion_) return;
   for (const Table* table : Table::all()) readAgain(*table);
+  giveWayToForeignDoses();
   dataVersion_ = version;
   ++changeCount_;
   endTurnLater();
+}
+
+/// A dose that was checked and recorded in a transaction that failed may have been recorded by another process before
+/// ours is written again. It counts once.
+void ModelContext::giveWayToForeignDoses() {
+  static const std::string kSql = "SELECT 1 FROM DoseLog WHERE medicine = ? AND scheduledTime = ? AND " + isActedOn();
+  std::vector<std::shared_ptr<Record>> doubled;
+  for (const auto& [number, change] : changes_) {
+    const auto* log = dynamic_cast<const DoseLog*>(change.record.get());
+    if (log == nullptr || change.kind != Change::Kind::insert || !log->medicineId()) continue;
+    if (log->status() != DoseStatus::taken && log->status() != DoseStatus::skipped) continue;
+    const Prepared same = prepared(kSql);
+    bindValue(*same, 1, *log->medicineId());
+    same->bind(2, log->scheduledTime().microseconds());
+    if (same->executeStep()) doubled.push_back(change.record);
+  }
+  for (const auto& log : doubled) vanish(*log);
 }
 
 void ModelContext::readAgain(const Table& table) {

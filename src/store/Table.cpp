@@ -141,6 +141,11 @@ const std::vector<const Table*>& Table::all() {
   return tables;
 }
 
+std::string isActedOn() {
+  return "statusRaw IN ('" + std::string(rawValue(DoseStatus::taken)) + "', '" +
+         std::string(rawValue(DoseStatus::skipped)) + "')";
+}
+
 void bindValue(SQLite::Statement& statement, int index, const StoredValue& value) {
   if (const auto* number = std::get_if<int64_t>(&value)) {
     statement.bind(index, *number);

@@ -65,6 +65,9 @@ class Table {
   std::string select_, selectById_, upsert_, erase_;
 };
 
+/// The condition on a DoseLog that its dose was taken or skipped.
+std::string isActedOn();
+
 void bindValue(SQLite::Statement& statement, int index, const StoredValue& value);
 /// The identity in a row's column. Throws SQLite::Exception when there is none.
 UUID readId(SQLite::Statement& row, int column);

@@ -3,7 +3,10 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <iterator>
+#include <map>
 #include <string>
 
 namespace pillora {
@@ -25,6 +28,18 @@ class TemporaryFolder {
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
   const std::string& path() const { return path_; }
+  std::string file(const std::string& name) const { return path_ + '/' + name; }
+
+  /// Every file with its bytes.
+  std::map<std::string, std::string> contents() const {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : std::filesystem::directory_iterator(path_)) {
+      if (!entry.is_regular_file()) continue;
+      std::ifstream in(entry.path(), std::ios::binary);
+      files[entry.path().filename().string()] = {std::istreambuf_iterator<char>(in), {}};
+    }
+    return files;
+  }
 
  private:
   std::string path_;

@@ -142,6 +142,32 @@ TEST_F(FailingDisk, theAutomaticSaveKeepsWhatItCouldNotWriteAndTriesAgainNextTur
   EXPECT_EQ(logsIn(store()), Ids{log->id()});
 }
 
+TEST_F(FailingDisk, aDoseThatAnotherProcessRecordedMeanwhileIsNotRecordedAgain) {
+  auto opened = ModelContainer::open({.path = store(), .vfsName = failingVfs::name()}, queue_);
+  ASSERT_TRUE(opened);
+  ModelContext& context = (*opened)->mainContext();
+  const auto medicine = makeMedicine("Aspirin");
+  context.insert(medicine);
+  ASSERT_TRUE(context.save());
+
+  failingVfs::failAt(1, SQLITE_FULL, true);
+  const auto ours = makeTaken(medicine);
+  context.insert(ours);
+  const auto later = makeTaken(medicine, kMorning + std::chrono::hours(12));
+  context.insert(later);
+  EXPECT_FALSE(context.save());
+  failingVfs::heal();
+
+  const auto elsewhere = open(store());
+  const auto theirs = makeTaken(all<Medicine>(elsewhere->mainContext()).front());
+  elsewhere->mainContext().insert(theirs);
+  ASSERT_TRUE(elsewhere->mainContext().save());
+
+  EXPECT_TRUE(context.save());
+  EXPECT_TRUE(ours->isDeleted());
+  EXPECT_EQ(logsIn(store()), (Ids{theirs->id(), later->id()}));
+}
+
 TEST_F(FailingDisk, deletionsAndEditsSurviveAFailedSave) {
   auto opened = ModelContainer::open({.path = store(), .vfsName = failingVfs::name()}, queue_);
   ASSERT_TRUE(opened);
