@@ -9,7 +9,7 @@ cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." || exit
 declare -A packages=(
   [build]="g++ cmake ninja-build ccache libicu-dev libsqlitecpp-dev libsqlite3-dev nlohmann-json3-dev libcli11-dev \
 pkg-config libsystemd-dev tzdata"
-  [test]="libgtest-dev librapidcheck-dev dbus-daemon"
+  [test]="libgtest-dev librapidcheck-dev dbus-daemon dbus-bin dunst xvfb systemd"
   [lint]="clang-format clang-tidy"
   [bench]="libbenchmark-dev libical-dev"
   [fuzz]="clang libclang-rt-dev"

@@ -79,9 +79,6 @@ class Calendar {
   virtual Instant startOfMinute(Instant instant) const = 0;
   /// How far local time is ahead of UTC at this instant.
   virtual std::chrono::seconds utcOffset(Instant instant) const = 0;
-
-  bool isSameDay(Instant a, Instant b) const { return startOfDay(a) == startOfDay(b); }
-  bool isSameMinute(Instant a, Instant b) const { return startOfMinute(a) == startOfMinute(b); }
 };
 
 }  // namespace pillora

@@ -133,11 +133,11 @@ TEST(HouseRules, aHeaderWithoutPragmaOnceIsFound) {
 }
 
 TEST(HouseRules, aSourceThatNoBuildFileNamesIsFound) {
-  const std::string lists = "# Off.cpp\npillora_room(a SOURCES A.cpp\n  deep/B.cpp ../shared/C.cpp)\n";
+  const std::string lists = "# Off.cpp\npillora_room(a SOURCES A.cpp\n  deep/B.cpp ../other/C.cpp)\n";
   const SourceTree tree = treeOf({{"src/a/CMakeLists.txt", lists},
                                   {"src/a/A.cpp", ""},
                                   {"src/a/deep/B.cpp", ""},
-                                  {"src/shared/C.cpp", ""},
+                                  {"src/other/C.cpp", ""},
                                   {"src/a/Off.cpp", ""},
                                   {"src/b/A.cpp", ""},
                                   {"src/a/NoA.cpp", ""}});
