@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "agent/InProcessCenter.h"
 #include "cli/Run.h"
 #include "doubles/FakeClock.h"
 #include "doubles/Instants.h"
@@ -70,7 +71,9 @@ class Cli : public ::testing::Test {
         [](const Region& region, const std::string& language) {
           return makeTexts(region.locale.value_or("en_US"), region.timeZone.value_or("UTC"), language);
         },
-        [this] { return Result<std::string>(store); }};
+        [this] { return Result<std::string>(store); },
+        [this](const RemindersPlace& place) { return openReminders(place); },
+        [&executor] { executor.drain(); }};
     std::ostringstream out;
     const int status = pillora::run(words, environment, out);
     executor.drain();
@@ -92,8 +95,28 @@ class Cli : public ::testing::Test {
     return found;
   }
 
+  /// A centre in a file; the session's own is one in the test's folder.
+  Result<Reminders> openReminders(const RemindersPlace& place) {
+    ++openings;
+    struct Opened {
+      explicit Opened(const Calendar& gregorian) : zone(gregorian) {}
+      CalendarZone zone;
+      SilentPresenter presenter;
+      std::unique_ptr<InProcessCenter> center;
+    };
+    const auto opened = std::make_shared<Opened>(place.gregorian);
+    auto center = InProcessCenter::open(place.file.value_or(reminders), place.clock, opened->zone, place.executor,
+                                        opened->presenter);
+    if (!center) return center.error();
+    opened->center = *std::move(center);
+    if (place.file) EXPECT_TRUE(opened->center->advance());
+    return Reminders{*opened->center, *opened->center, opened};
+  }
+
   TemporaryFolder folder;
   std::string store;
+  std::string reminders = folder.path() + "/reminders.db";  ///< the session's own
+  int openings = 0;                                         ///< how often a centre was opened
   FakeClock clock{at("2025-01-10T10:30:00Z")};
   Terminal terminal;
 };
