@@ -10,7 +10,10 @@
 #include "agent/InProcessCenter.h"
 #include "cli/Run.h"
 #include "doubles/FakeClock.h"
+#include "doubles/FakeNotificationCenter.h"
+#include "doubles/FakeTaskScheduler.h"
 #include "doubles/Instants.h"
+#include "doubles/Places.h"
 #include "doubles/RecordingConsole.h"
 #include "doubles/TemporaryFolder.h"
 #include "icu/Calendars.h"
@@ -95,9 +98,11 @@ class Cli : public ::testing::Test {
     return found;
   }
 
-  /// A centre in a file; the session's own is one in the test's folder.
+  /// The engine where a file is named; the session's own centre is a double that lasts as long as the test.
   Result<Reminders> openReminders(const RemindersPlace& place) {
     ++openings;
+    if (refusal) return *refusal;
+    if (!place.file) return Reminders{center, scheduler, nullptr};
     struct Opened {
       explicit Opened(const Calendar& gregorian) : zone(gregorian) {}
       CalendarZone zone;
@@ -105,18 +110,18 @@ class Cli : public ::testing::Test {
       std::unique_ptr<InProcessCenter> center;
     };
     const auto opened = std::make_shared<Opened>(place.gregorian);
-    auto center = InProcessCenter::open(place.file.value_or(reminders), place.clock, opened->zone, place.executor,
-                                        opened->presenter);
-    if (!center) return center.error();
-    opened->center = *std::move(center);
-    if (place.file) EXPECT_TRUE(opened->center->advance());
+    opened->center =
+        valueOrAbort(InProcessCenter::open(*place.file, place.clock, opened->zone, place.executor, opened->presenter));
+    EXPECT_TRUE(opened->center->advance());
     return Reminders{*opened->center, *opened->center, opened};
   }
 
   TemporaryFolder folder;
   std::string store;
-  std::string reminders = folder.path() + "/reminders.db";  ///< the session's own
-  int openings = 0;                                         ///< how often a centre was opened
+  FakeNotificationCenter center;  ///< the session's own
+  FakeTaskScheduler scheduler;
+  int openings = 0;              ///< how often a centre was opened
+  std::optional<Error> refusal;  ///< of opening one
   FakeClock clock{at("2025-01-10T10:30:00Z")};
   Terminal terminal;
 };
