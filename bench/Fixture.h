@@ -4,6 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "doubles/FakeNotificationCenter.h"
+#include "doubles/RecordingConsole.h"
 #include "linux/QueuedMainExecutor.h"
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
@@ -34,7 +36,7 @@ class OpenStore {
  public:
   explicit OpenStore(const std::string& path);
 
-  ScreenEnvironment environment() { return {container_->mainContext(), clock_, *calendar_, *texts_}; }
+  ScreenEnvironment environment() { return {container_->mainContext(), clock_, *calendar_, *texts_, notifications_}; }
   ModelContext& context() { return container_->mainContext(); }
   /// Ends the event-loop turn: the automatic save runs.
   void endTurn() { executor_.drain(); }
@@ -45,6 +47,10 @@ class OpenStore {
   std::unique_ptr<Calendar> calendar_;
   std::unique_ptr<Texts> texts_;
   std::unique_ptr<ModelContainer> container_;
+  FakeNotificationCenter center_;
+  RecordingConsole console_;
+  BroadcastCentre broadcasts_;
+  NotificationManager notifications_{{center_, clock_, *calendar_, *texts_, executor_, console_, broadcasts_}};
 };
 
 }  // namespace pillora::bench

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "cli/Reminders.h"
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
@@ -37,6 +38,10 @@ struct CliEnvironment {
   std::function<Result<std::unique_ptr<Texts>>(const Region&, const std::string& language)> makeTexts;
   /// The app's own store file, its folder made when missing.
   std::function<Result<std::string>()> defaultStore;
+  /// Opens the session's own notification centre, or one that is kept in a file; from the latter what fell due is let
+  /// pass, unseen.
+  std::function<Result<Reminders>(const RemindersPlace&)> openReminders;
+  std::function<void()> endTurn;  ///< runs what was posted to `executor`
 };
 
 }  // namespace pillora

@@ -35,6 +35,7 @@ CLI::App& command(CLI::App& app, const std::string& name, const std::string& des
 void addGlobalOptions(CLI::App& app, CommandLine& line) {
   app.add_flag("--json", line.json, "Print one JSON object");
   value(app, "--store", line.store, "FILE", "The store, made when missing (default: the app's)");
+  value(app, "--reminders", line.reminders, "FILE", "Keep reminders in FILE, where none is shown");
   value(app, "--now", line.now, "INSTANT", "Act as at this instant; only together with --store");
   value(app, "--time-zone", line.timeZone, "ID", "Instead of the system's: Europe/Berlin");
   value(app, "--locale", line.locale, "ID", "Instead of the system's: th_TH@calendar=buddhist");
@@ -64,25 +65,42 @@ void addScheduleOptions(CLI::App& add, CommandLine& line) {
   }
 }
 
+/// What `add` and `edit` share; only a new medicine has defaults.
+void addFieldOptions(CLI::App& app, CommandLine& line, bool isNew) {
+  const auto field = [&](const std::string& name, Word& into, const std::string& placeholder,
+                         const std::string& description, const std::string& standard) {
+    value(app, name, into, placeholder, isNew ? description + " (default: " + standard + ")" : description);
+  };
+  field("--dosage", line.dosage, "TEXT", "Amount of one dose", "1");
+  field("--unit", line.unit, "WORD", "pill, tablets, ml, drops and so on", "pill");
+  field("--instructions", line.instructions, "TEXT", "How to take it", "none");
+  field("--color", line.color, "NAME", "blue, green, red and so on", "blue");
+  field("--icon", line.icon, "NAME", "pills, drop, syringe and so on", "pills");
+  field("--active", line.active, "yes|no", "Whether it has doses and reminders", "yes");
+  field("--allow-snooze", line.allowSnooze, "yes|no", "Whether doses may be snoozed", "yes");
+  field("--snooze-minutes", line.snoozeMinutes, "N", "Length of a snooze, 1 to 60", "10");
+  field("--max-snooze", line.maxSnooze, "N", "Snooze limit, 1 to 10", "3");
+  field("--repeating", line.repeating, "yes|no", "Whether reminders go on", "yes");
+  field("--start", line.start, "INSTANT", "First day", "now");
+}
+
 void addMedicineCommands(CLI::App& app, CommandLine& line) {
   auto& add = command(app, "add", "Add a medicine",
                       "  pilloractl add Aspirin --dosage 2 --unit tablets --daily 08:00,20:00\n"
                       "  pilloractl add \"Vitamin D\" --unit drops --weekly 2,4,6@09:00 --color yellow\n"
                       "  pilloractl add Inhaler --unit puff --every-hours 6 --icon lungs");
   argument(add, "NAME", line.name, "What the medicine is called")->required();
-  value(add, "--dosage", line.dosage, "TEXT", "Amount of one dose (default: 1)");
-  value(add, "--unit", line.unit, "WORD", "pill, tablets, ml, drops and so on (default: pill)");
-  value(add, "--instructions", line.instructions, "TEXT", "How to take it");
-  value(add, "--color", line.color, "NAME", "blue, green, red and so on (default: blue)");
-  value(add, "--icon", line.icon, "NAME", "pills, drop, syringe and so on (default: pills)");
-  value(add, "--active", line.active, "yes|no", "Whether it has doses and reminders (default: yes)");
-  value(add, "--allow-snooze", line.allowSnooze, "yes|no", "Whether doses may be snoozed (default: yes)");
-  value(add, "--snooze-minutes", line.snoozeMinutes, "N", "Length of a snooze, 1 to 60 (default: 10)");
-  value(add, "--max-snooze", line.maxSnooze, "N", "Snooze limit, 1 to 10 (default: 3)");
-  value(add, "--repeating", line.repeating, "yes|no", "Whether reminders go on (default: yes)");
-  value(add, "--start", line.start, "INSTANT", "First day (default: now)");
+  addFieldOptions(add, line, true);
   value(add, "--end", line.end, "INSTANT", "Last day (default: none)");
   addScheduleOptions(add, line);
+
+  auto& edit = command(app, "edit", "Change a medicine and plan its reminders anew",
+                       "  pilloractl edit aspirin --dosage 2 --snooze-minutes 15\n"
+                       "  pilloractl edit aspirin --active no\n"
+                       "  pilloractl edit aspirin");
+  argument(edit, "REF", line.ref, "The medicine")->required();
+  value(edit, "--name", line.name, "TEXT", "What the medicine is called");
+  addFieldOptions(edit, line, false);
 
   auto& remove = command(app, "delete", "Delete a medicine and its whole history", "  pilloractl delete \"Vitamin D\"");
   argument(remove, "REF", line.ref, "The medicine")->required();
@@ -98,11 +116,25 @@ void addDoseCommands(CLI::App& app, CommandLine& line) {
   doseCommand("take", "Record a dose as taken");
   doseCommand("skip", "Record a dose as skipped");
 
+  auto& snooze =
+      command(app, "snooze", "Be reminded again in the medicine's snooze minutes", "  pilloractl snooze aspirin");
+  argument(snooze, "REF", line.ref, "The medicine")->required();
+
   auto& undo =
       command(app, "undo", "Take a record of a dose back", "  pilloractl undo 6F9619FF-8B86-D011-B42D-00CF4FC964FF");
   argument(undo, "LOG-ID", line.logId, "The record, as 'today' and 'logs' print it")->required();
   auto& logs = command(app, "logs", "The records of doses, earliest first");
   argument(logs, "REF", line.ref, "Only of this medicine");
+}
+
+void addAppCommands(CLI::App& app, CommandLine& line) {
+  command(app, "launch", "Do what the app does when it is opened");
+  auto& reminders = command(app, "reminders", "The reminders that are planned");
+  argument(reminders, "REF", line.ref, "Only of this medicine");
+  command(app, "mark-missed", "Record the missed doses of the past seven days");
+  auto& task = command(app, "run-task", "Run a background task that is due",
+                       "  pilloractl run-task org.pillora.Pillora.missedDoseCheck");
+  argument(task, "IDENTIFIER", line.taskIdentifier, "The task")->required();
 }
 
 void addOtherCommands(CLI::App& app, CommandLine& line) {
@@ -143,6 +175,7 @@ void describe(CLI::App& app, CommandLine& line) {
   addScreens(app, line);
   addMedicineCommands(app, line);
   addDoseCommands(app, line);
+  addAppCommands(app, line);
   addOtherCommands(app, line);
 }
 
@@ -195,7 +228,10 @@ std::vector<std::string> withEmptyValues(const std::vector<std::string>& argumen
 /// File names are bytes; every other argument is text.
 Result<void> checkEncoding(const std::vector<std::string>& arguments) {
   for (size_t i = 0; i < arguments.size(); ++i) {
-    const bool isFile = arguments[i].starts_with("--store=") || (i > 0 && arguments[i - 1] == "--store");
+    const auto holdsFile = [&](const std::string& option) {
+      return arguments[i].starts_with(option + '=') || (i > 0 && arguments[i - 1] == option);
+    };
+    const bool isFile = holdsFile("--store") || holdsFile("--reminders");
     if (!isFile && !isUtf8(arguments[i])) return Error{"argument " + std::to_string(i + 1) + " is not UTF-8 text"};
   }
   return {};

@@ -17,12 +17,12 @@ struct CommandLine {
 
   // Options before the command.
   bool json = false;
-  Word store, now, timeZone, locale, language;
+  Word store, reminders, now, timeZone, locale, language;
 
   std::string command;
 
   // Words and options after it.
-  Word ref, instant, logId, shell, search;
+  Word ref, instant, logId, shell, search, taskIdentifier;
   Word interval, after, count;
   Word name, dosage, unit, instructions, color, icon, active, allowSnooze, snoozeMinutes, maxSnooze, repeating, start,
       end;
@@ -51,7 +51,7 @@ struct HelpText {
 };
 
 /// Sorts the arguments, the program's own name left out. Errors are wrong usage: an unknown word, a missing one, an
-/// option twice, invalid UTF-8 anywhere but in the name of the store's file.
+/// option twice, invalid UTF-8 anywhere but in the name of a file.
 Result<std::variant<CommandLine, HelpText>> parseCommandLine(const std::vector<std::string>& arguments);
 
 }  // namespace pillora

@@ -24,13 +24,21 @@ Result<Action> medicinesCommand(const CommandLine& line, Session& session);
 
 // Medicines.
 Result<Action> addCommand(const CommandLine& line, Session& session);
+Result<Action> editCommand(const CommandLine& line, Session& session);
 Result<Action> deleteCommand(const CommandLine& line, Session& session);
 
 // Doses and their logs.
 Result<Action> takeCommand(const CommandLine& line, Session& session);
 Result<Action> skipCommand(const CommandLine& line, Session& session);
+Result<Action> snoozeCommand(const CommandLine& line, Session& session);
 Result<Action> undoCommand(const CommandLine& line, Session& session);
 Result<Action> logsCommand(const CommandLine& line, Session& session);
+
+// The app's own work and what it planned.
+Result<Action> launchCommand(const CommandLine& line, Session& session);
+Result<Action> markMissedCommand(const CommandLine& line, Session& session);
+Result<Action> runTaskCommand(const CommandLine& line, Session& session);
+Result<Action> remindersCommand(const CommandLine& line, Session& session);
 
 // What needs no store.
 Result<Action> nextCommand(const CommandLine& line, Session& session);

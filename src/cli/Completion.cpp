@@ -68,7 +68,7 @@ std::string valueCases(const std::vector<CommandWords>& words, Offer offer) {
   std::set<std::string> free;
   for (const CommandWords& command : words) {
     for (const OptionWords& option : command.options) {
-      if (option.placeholder.empty() || option.name == "--store") continue;
+      if (option.placeholder.empty() || option.placeholder == "FILE") continue;
       if (const std::string choices = offered(option); choices.empty()) {
         free.insert(option.name);
       } else {
@@ -98,7 +98,7 @@ _pilloractl() {
     esac
   done
   case $prev in
-    --store) compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -f -- "$cur"); return ;;
+    --store|--reminders) compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -f -- "$cur"); return ;;
 @VALUES@
   esac
   case $command in
@@ -177,7 +177,7 @@ _pilloractl() {
     esac
   done
   case $words[CURRENT-1] in
-    --store) _files; return ;;
+    --store|--reminders) _files; return ;;
 @VALUES@
   esac
   case $command in
@@ -252,8 +252,11 @@ std::string fishScript(const std::vector<CommandWords>& words) {
     for (const OptionWords& option : command.options) {
       const std::string choices = offered(option);
       script += line + " -l " + option.name.substr(2) + " -d " + fishQuoted(option.description);
-      if (option.name == "--store") script += " -r -F";
-      if (!option.placeholder.empty() && option.name != "--store") script += " -x";
+      if (option.placeholder == "FILE") {
+        script += " -r -F";
+      } else if (!option.placeholder.empty()) {
+        script += " -x";
+      }
       if (!choices.empty()) script += " -a " + fishQuoted(choices);
       script += '\n';
     }

@@ -5,6 +5,7 @@
 #include "cli/Rendering.h"
 #include "schedule/Schedule.h"
 #include "screens/DoseTexts.h"
+#include "screens/TodayView.h"
 #include "support/Json.h"
 
 namespace pillora {

@@ -184,4 +184,18 @@ std::string rendered(const std::vector<LogDay>& days, const Terminal& terminal) 
   return page.text();
 }
 
+std::string rendered(const std::vector<ReminderDay>& days, const Terminal& terminal) {
+  Page page(terminal);
+  for (const ReminderDay& day : days) {
+    if (&day != days.data()) page.blank();
+    page.heading(day.title);
+    std::vector<TableRow> rows;
+    for (const auto& row : day.rows) {
+      rows.push_back({{{row.timeText}, {row.title, {}, Weight::bold}, {row.body, "secondary"}}});
+    }
+    page.table({{Align::right, true}, {}, {}}, std::move(rows));
+  }
+  return page.text();
+}
+
 }  // namespace pillora

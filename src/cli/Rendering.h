@@ -25,4 +25,14 @@ struct LogDay {
 };
 std::string rendered(const std::vector<LogDay>& days, const Terminal& terminal);
 
+/// Pending reminders under the date of their day.
+struct ReminderDay {
+  struct Row {
+    std::string timeText, title, body;
+  };
+  std::string title;
+  std::vector<Row> rows;
+};
+std::string rendered(const std::vector<ReminderDay>& days, const Terminal& terminal);
+
 }  // namespace pillora

@@ -20,15 +20,21 @@ struct Command {
 };
 
 constexpr std::array kCommands = {
+    Command{"launch", launchCommand},
     Command{"today", todayCommand},
     Command{"upcoming", upcomingCommand},
     Command{"medicines", medicinesCommand},
     Command{"add", addCommand},
+    Command{"edit", editCommand},
     Command{"delete", deleteCommand},
     Command{"take", takeCommand},
     Command{"skip", skipCommand},
+    Command{"snooze", snoozeCommand},
     Command{"undo", undoCommand},
     Command{"logs", logsCommand},
+    Command{"reminders", remindersCommand},
+    Command{"mark-missed", markMissedCommand},
+    Command{"run-task", runTaskCommand},
     Command{"next", nextCommand},
     Command{"completion", completionCommand},
 };

@@ -13,19 +13,6 @@ namespace pillora {
 
 namespace {
 
-/// The instant at which a clock in the zone of `gregorian` shows `wall`.
-std::optional<Instant> localInstant(const WallTime& wall, const Calendar& gregorian) {
-  DateComponents components;
-  components.era = gregorian.components(Instant()).era;  // the era that 1970 lies in
-  components.year = wall.year;
-  components.month = wall.month;
-  components.day = wall.day;
-  components.hour = wall.hour;
-  components.minute = wall.minute;
-  const auto minute = gregorian.date(components);
-  return minute ? std::optional(*minute + wall.second) : std::nullopt;
-}
-
 /// Whether `name` is `ref`, or begins with it, without regard to case. Texts look for a part anywhere; a mark that is
 /// in no name holds the part to the ends.
 constexpr std::string_view kMark = "\xEE\x80\x80";  // U+E000, a private-use letter
@@ -50,7 +37,10 @@ Medicines fitting(const Medicines& medicines, Fits fits) {
 }  // namespace
 
 Session::Session(const CommandLine& line, const CliEnvironment& environment)
-    : line_(line), environment_(environment), clock_(environment.clock.now()) {}
+    : line_(line),
+      environment_(environment),
+      clock_(environment.clock.now()),
+      heldCenter_([this] { return notificationCenter(); }) {}
 
 Session::~Session() {
   if (container_) container_->mainContext().discardChanges();
@@ -65,6 +55,7 @@ Result<std::unique_ptr<Session>> Session::begin(const CommandLine& line, const C
 Result<void> Session::prepare() {
   if (line_.now && !line_.store) return Error{"--now works only together with --store"};
   if (line_.store && line_.store->empty()) return Error{"--store needs the name of a file"};
+  if (line_.reminders && line_.reminders->empty()) return Error{"--reminders needs the name of a file"};
   auto calendar = environment_.makeCalendar(region());
   if (!calendar) return calendar.error();
   calendar_ = *std::move(calendar);
@@ -84,11 +75,41 @@ Result<Instant> Session::instant(std::string_view text) const {
   const auto parsed = parseTime(text);
   if (!parsed) return malformed;
   if (parsed->offset) return utcInstant(parsed->wall) - *parsed->offset;
-  // ISO 8601 dates are Gregorian, whatever the calendar of the locale.
-  const auto gregorian = environment_.makeCalendar({line_.timeZone, "en_US@calendar=gregorian"});
-  if (!gregorian) return gregorian.error();
-  const auto local = localInstant(parsed->wall, **gregorian);
+  const auto local = instantOf(parsed->wall);
   return local ? Result<Instant>(*local) : malformed;
+}
+
+Result<const Calendar*> Session::gregorian() const {
+  if (!gregorian_) {
+    auto calendar = environment_.makeCalendar({line_.timeZone, "en_US@calendar=gregorian"});
+    if (!calendar) return calendar.error();
+    gregorian_ = *std::move(calendar);
+  }
+  return gregorian_.get();
+}
+
+std::optional<Instant> Session::instantOf(const WallTime& wall) const {
+  const auto calendar = gregorian();
+  if (!calendar) return std::nullopt;
+  DateComponents components;
+  components.era = (*calendar)->components(Instant()).era;  // the era that 1970 lies in
+  components.year = wall.year;
+  components.month = wall.month;
+  components.day = wall.day;
+  components.hour = wall.hour;
+  components.minute = wall.minute;
+  const auto minute = (*calendar)->date(components);
+  return minute ? std::optional(*minute + wall.second) : std::nullopt;
+}
+
+Result<ModelConfiguration> Session::storeConfiguration() const {
+  const auto file = line_.store ? Result<std::string>(*line_.store) : environment_.defaultStore();
+  if (!file) return file.error();
+  ModelConfiguration configuration;
+  std::error_code withoutFolder;  // as an absolute path no name has a meaning of its own to SQLite
+  configuration.path = std::filesystem::absolute(*file, withoutFolder).string();
+  if (withoutFolder) return Error{withoutFolder.message()};
+  return configuration;
 }
 
 Result<ScreenEnvironment> Session::open() {
@@ -96,17 +117,44 @@ Result<ScreenEnvironment> Session::open() {
     const auto refused = [](const Error& error) {
       return Error{"Could not create ModelContainer: " + error.description};
     };
-    const auto file = line_.store ? Result<std::string>(*line_.store) : environment_.defaultStore();
-    if (!file) return refused(file.error());
-    ModelConfiguration configuration;
-    std::error_code withoutFolder;  // as an absolute path no name has a meaning of its own to SQLite
-    configuration.path = std::filesystem::absolute(*file, withoutFolder).string();
-    if (withoutFolder) return refused({withoutFolder.message()});
-    auto container = ModelContainer::open(configuration, environment_.executor);
+    const auto configuration = storeConfiguration();
+    if (!configuration) return refused(configuration.error());
+    auto container = ModelContainer::open(*configuration, environment_.executor);
     if (!container) return refused(container.error());
     container_ = *std::move(container);
+    notifications_.emplace(NotificationEnvironment{heldCenter_, clock_, *calendar_, *texts_, environment_.executor,
+                                                   environment_.console, broadcasts_});
   }
-  return ScreenEnvironment{container_->mainContext(), clock_, *calendar_, *texts_};
+  if (line_.reminders) {
+    if (const auto center = notificationCenter(); !center) return center.error();
+  }
+  return ScreenEnvironment{container_->mainContext(), clock_, *calendar_, *texts_, *notifications_};
+}
+
+Result<UNUserNotificationCenter*> Session::notificationCenter() {
+  if (!reminders_ && line_.store && !line_.reminders) reminders_.emplace(inMemoryReminders());
+  if (!reminders_) {
+    const auto calendar = gregorian();
+    if (!calendar) return calendar.error();
+    auto opened = environment_.openReminders({line_.reminders, clock_, **calendar, environment_.executor});
+    if (!opened) return Error{"the reminders cannot be opened: " + opened.error().description};
+    reminders_.emplace(*std::move(opened));
+  }
+  return &reminders_->notificationCenter;
+}
+
+Result<std::unique_ptr<PilloraApp>> Session::startApp(Console& console) {
+  const auto configuration = storeConfiguration();
+  if (!configuration) return Error{"Could not create ModelContainer: " + configuration.error().description};
+  if (const auto center = notificationCenter(); !center) return center.error();
+  return PilloraApp::start({clock_, *calendar_, *texts_, reminders_->notificationCenter, reminders_->taskScheduler,
+                            environment_.executor, console, Bundle()},
+                           *configuration);
+}
+
+bool Session::use24HourTime() {
+  const auto screens = open();
+  return screens && settingsShown(LiveQuery<AppSettings>(screens->context)).use24HourTime();
 }
 
 Result<std::shared_ptr<Medicine>> Session::medicine(std::string_view ref) {
@@ -132,7 +180,11 @@ Result<std::shared_ptr<Medicine>> Session::medicine(std::string_view ref) {
 Result<void> Session::save() {
   ModelContext& context = container_->mainContext();
   if (auto error = context.takeReadError()) return *std::move(error);
-  return context.save();
+  if (const auto prepared = heldCenter_.prepare(); !prepared) return prepared;
+  if (const auto saved = context.save(); !saved) return saved;
+  heldCenter_.commit();
+  endTurn();
+  return {};
 }
 
 }  // namespace pillora

@@ -6,8 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "app/PilloraApp.h"
 #include "cli/CliEnvironment.h"
 #include "cli/CommandLine.h"
+#include "cli/HeldCenter.h"
 #include "model/Medicine.h"
 #include "screens/Screen.h"
 #include "store/ModelContainer.h"
@@ -15,7 +17,7 @@
 
 namespace pillora {
 
-/// One call's zone, locale, instant and store. A call has a single *now*, read once.
+/// One call's zone, locale, instant, store and reminders. A call has a single *now*, read once.
 class Session {
  public:
   /// Reads the options before the command. Errors are wrong usage.
@@ -29,17 +31,29 @@ class Session {
   Instant now() const { return clock_.now(); }
   const Calendar& calendar() const { return *calendar_; }
   const Texts& texts() const { return *texts_; }
+  Console& console() const { return environment_.console; }
 
   /// Reads an instant; without an offset it is local time in the zone in use. Errors are wrong usage.
   Result<Instant> instant(std::string_view text) const;
+  /// The instant of a Gregorian local time in the zone in use.
+  std::optional<Instant> instantOf(const WallTime& wall) const;
 
-  /// Opens the store at the first call, for the screens to work on.
+  /// Opens the store at the first call, for the screens to work on. A reminder file that was named is opened too and
+  /// lets pass what fell due; any other centre is opened when a screen plans or cancels.
   Result<ScreenEnvironment> open();
+  /// Opens the notification centre at the first call.
+  Result<UNUserNotificationCenter*> notificationCenter();
+  /// Starts the app on the call's store and reminders; its lines go to `console`. It must not outlive the session.
+  Result<std::unique_ptr<PilloraApp>> startApp(Console& console);
+  /// Whether times are shown in the 24-hour form; opens the store.
+  bool use24HourTime();
   /// The medicine that `ref` names: its identifier in either case, else a name that only one medicine has, else a
   /// beginning of a name that fits one medicine only, both without regard to case.
   Result<std::shared_ptr<Medicine>> medicine(std::string_view ref);
-  /// Writes what the command changed, all of it or nothing.
+  /// Writes what the command changed, all of it or nothing, then hands over what it planned and cancelled.
   Result<void> save();
+  /// Runs what was left for the end of the turn.
+  void endTurn() { environment_.endTurn(); }
 
  private:
   struct FixedClock final : Clock {
@@ -51,13 +65,21 @@ class Session {
   Session(const CommandLine& line, const CliEnvironment& environment);
   Result<void> prepare();
   Region region() const { return {line_.timeZone, line_.locale}; }
+  Result<ModelConfiguration> storeConfiguration() const;
+  /// In the zone in use: ISO 8601 dates and the reminders' wall times are Gregorian, whatever the locale's calendar.
+  Result<const Calendar*> gregorian() const;
 
   const CommandLine& line_;
   const CliEnvironment& environment_;
   FixedClock clock_;
   std::unique_ptr<Calendar> calendar_;
   std::unique_ptr<Texts> texts_;
+  mutable std::unique_ptr<Calendar> gregorian_;  ///< made when it is first needed
+  std::optional<Reminders> reminders_;
   std::unique_ptr<ModelContainer> container_;
+  HeldCenter heldCenter_;
+  BroadcastCentre broadcasts_;
+  std::optional<NotificationManager> notifications_;
 };
 
 }  // namespace pillora

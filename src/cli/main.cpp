@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "agent/InProcessCenter.h"
 #include "cli/Run.h"
 #include "icu/Calendars.h"
 #include "icu/IcuTexts.h"
@@ -40,6 +41,27 @@ Result<std::string> defaultStore() {
   return folder ? Result<std::string>(*folder + "/Pillora.store") : folder.error();
 }
 
+/// A centre in a file: of the session the agent's own, in whose place nothing is shown or dropped here.
+Result<Reminders> openReminders(const RemindersPlace& place) {
+  struct Opened {
+    explicit Opened(const Calendar& gregorian) : zone(gregorian) {}
+    CalendarZone zone;
+    SilentPresenter presenter;
+    std::unique_ptr<InProcessCenter> center;
+  };
+  const auto opened = std::make_shared<Opened>(place.gregorian);
+  const auto folder = place.file ? Result<std::string>("") : stateFolder();
+  if (!folder) return folder.error();
+  auto center = InProcessCenter::open(place.file.value_or(*folder + "/reminders.db"), place.clock, opened->zone,
+                                      place.executor, opened->presenter);
+  if (!center) return center.error();
+  opened->center = *std::move(center);
+  if (place.file) {
+    if (const auto passed = opened->center->advance(); !passed) return passed.error();
+  }
+  return Reminders{*opened->center, *opened->center, opened};
+}
+
 std::string localeOf(const Region& region) { return region.locale ? *region.locale : systemLocale(); }
 std::string zoneOf(const Region& region) { return region.timeZone ? *region.timeZone : systemTimeZone(); }
 
@@ -58,7 +80,9 @@ int main(int argc, char** argv) {
                                    [](const Region& region, const std::string& language) {
                                      return makeTexts(localeOf(region), zoneOf(region), language);
                                    },
-                                   defaultStore};
+                                   defaultStore,
+                                   openReminders,
+                                   [&executor] { executor.drain(); }};
   const int status = run(std::vector<std::string>(argv + 1, argv + argc), environment, std::cout);
   executor.drain();
   if (!std::cout.flush()) {

@@ -29,10 +29,11 @@ fs::path home() {
   return user == nullptr || user->pw_dir == nullptr ? fs::path() : fs::path(user->pw_dir);
 }
 
-fs::path dataHome() {
-  if (auto folder = folderFrom("XDG_DATA_HOME"); !folder.empty()) return folder;
+/// A base directory; empty when the user has no home folder either.
+fs::path baseDirectory(const char* variable, const char* belowHome) {
+  if (auto folder = folderFrom(variable); !folder.empty()) return folder;
   const fs::path folder = home();
-  return folder.empty() ? fs::path() : folder / ".local" / "share";
+  return folder.empty() ? fs::path() : folder / ".local" / belowHome;
 }
 
 Error failed(const fs::path& folder, int error) {
@@ -55,11 +56,17 @@ Result<void> makePrivateFolder(const fs::path& folder) {
 }  // namespace
 
 Result<std::string> groupContainer() {
-  const fs::path data = dataHome();
+  const fs::path data = baseDirectory("XDG_DATA_HOME", "share");
   if (data.empty()) return Error{"this user has no home folder"};
   const fs::path folder = data / kGroupContainer;
   if (const auto made = makePrivateFolder(folder); !made) return made.error();
   return folder.string();
+}
+
+Result<std::string> stateFolder() {
+  const fs::path state = baseDirectory("XDG_STATE_HOME", "state");
+  if (state.empty()) return Error{"this user has no home folder"};
+  return (state / "pillora").string();
 }
 
 }  // namespace pillora

@@ -12,4 +12,8 @@ namespace pillora {
 /// readable by their owner alone; a folder that is there stays as it is.
 Result<std::string> groupContainer();
 
+/// The folder "pillora" in the user's state folder ($XDG_STATE_HOME, else ~/.local/state), where what is planned is
+/// kept. It is made by whoever writes there.
+Result<std::string> stateFolder();
+
 }  // namespace pillora

@@ -65,7 +65,7 @@ Medicines MedicineListView::shown() const {
 }
 
 MedicineRowView MedicineListView::row(const Medicine& medicine, Instant now) const {
-  const auto& [context, clock, calendar, texts] = environment_;
+  const auto& [context, clock, calendar, texts, notifications] = environment_;
   MedicineRowView row;
   row.id = medicine.id();
   row.name = medicine.name();

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "notifications/NotificationManager.h"
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/Texts.h"
@@ -19,6 +20,7 @@ struct ScreenEnvironment {
   const Clock& clock;
   const Calendar& calendar;
   const Texts& texts;
+  NotificationManager& notifications;
 };
 
 using DoseLogs = std::vector<std::shared_ptr<DoseLog>>;

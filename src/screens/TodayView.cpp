@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "notifications/ReminderRequests.h"
 #include "screens/DoseActions.h"
 #include "screens/DoseTexts.h"
 
@@ -140,7 +141,7 @@ TodayContent TodayView::content() const {
 }
 
 void TodayView::addDay(TodayContent& content, Instant now, const DoseLogs& logs) const {
-  const auto& [context, clock, calendar, texts] = environment_;
+  const auto& [context, clock, calendar, texts, notifications] = environment_;
   const Medicines active = activeMedicines(medicines_.records());
   const auto pending = todaysPendingReminders(active, now, calendar);
   const int64_t taken = countOf(logs, DoseStatus::taken);
@@ -177,7 +178,23 @@ DoseLogs TodayView::todaysLogs(Instant startOfToday) const {
 }
 
 Result<std::optional<UUID>> TodayView::take(const UUID& medicine, Instant time) {
-  return takeDose(environment_, medicine, time);
+  auto log = takeDose(environment_, medicine, time);
+  if (!log || !*log) return log;
+  const auto taken = environment_.context.find<Medicine>(medicine);
+  if (taken && taken->isRepeating()) environment_.notifications.scheduleUpcomingNotifications(*taken, 1);
+  return log;
+}
+
+Result<std::optional<std::string>> TodayView::snooze(const UUID& medicineId) {
+  const auto& [context, clock, calendar, texts, notifications] = environment_;
+  static_cast<void>(context.takeReadError());  // of an earlier read, which says nothing about this one
+  const auto medicine = context.find<Medicine>(medicineId);
+  if (auto failure = context.takeReadError()) return *std::move(failure);
+  if (!medicine || !medicine->allowSnooze()) return std::optional<std::string>();
+  const auto time = calendar.adding(CalendarUnit::minute, medicine->snoozeDurationMinutes(), clock.now());
+  if (!time) return std::optional<std::string>();
+  notifications.scheduleNotification(*medicine, *time);
+  return std::optional(reminderRequest(*medicine, *time, calendar, texts).identifier);
 }
 
 Result<std::optional<UUID>> TodayView::skip(const UUID& medicine, Instant time) {

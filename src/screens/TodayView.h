@@ -127,8 +127,13 @@ class TodayView {
 
   // The actions of a card and of a row. Each does nothing when its record is gone; on an error nothing was changed.
 
-  /// Logs the dose as taken unless it is done already. Answers the new log's identity.
+  /// Logs the dose as taken unless it is done already, and plans the next reminder of a repeating medicine. What is
+  /// planned stays: the dose's own follow-ups come all the same. Answers the new log's identity.
   Result<std::optional<UUID>> take(const UUID& medicine, Instant time);
+  /// Plans one reminder, with its follow-ups, the medicine's own snooze minutes from now. The dose stays open and no
+  /// snooze is counted. Answers the reminder's identifier; nothing when the medicine allows no snooze, when it is gone,
+  /// or when no such time can be formed.
+  Result<std::optional<std::string>> snooze(const UUID& medicine);
   Result<std::optional<UUID>> skip(const UUID& medicine, Instant time);
   /// Takes the log back; the dose is open again.
   Result<void> undo(const UUID& log);

@@ -69,7 +69,7 @@ UpcomingView::UpcomingView(ScreenEnvironment environment)
     : environment_(environment), medicines_(environment.context), settings_(environment.context) {}
 
 UpcomingContent UpcomingView::content() const {
-  const auto& [context, clock, calendar, texts] = environment_;
+  const auto& [context, clock, calendar, texts, notifications] = environment_;
   UpcomingContent content;
   content.title = texts.text("Upcoming");
   const Medicines active = activeMedicines(medicines_.records());
@@ -90,7 +90,7 @@ UpcomingContent UpcomingView::content() const {
 }
 
 std::vector<UpcomingDay> UpcomingView::daysOf(std::span<const UpcomingDose> doses, Instant now) const {
-  const auto& [context, clock, calendar, texts] = environment_;
+  const auto& [context, clock, calendar, texts, notifications] = environment_;
   const DayHeadings headings(now, calendar, texts);
   const AppSettings& settings = settingsShown(settings_);
   std::vector<UpcomingDay> days;

@@ -95,11 +95,11 @@ TEST_F(AddCommand, everyFieldIsStoredAsGiven) {
 
 TEST_F(AddCommand, whatTheFormOffersIsAccepted) {
   for (const std::string_view unit : kUnitWords)
-    EXPECT_EQ(run({"add", "A", "--unit", std::string(unit)}).status, kDone);
+    EXPECT_EQ(run({"--store", store, "add", "A", "--unit", std::string(unit)}).status, kDone);
   for (const std::string_view name : kColorNames)
-    EXPECT_EQ(run({"add", "A", "--color", std::string(name)}).status, kDone);
+    EXPECT_EQ(run({"--store", store, "add", "A", "--color", std::string(name)}).status, kDone);
   for (const std::string_view icon : kIconNames)
-    EXPECT_EQ(run({"add", "A", "--icon", std::string(icon)}).status, kDone);
+    EXPECT_EQ(run({"--store", store, "add", "A", "--icon", std::string(icon)}).status, kDone);
   for (const Words& words : std::vector<Words>{{"--snooze-minutes", "1"},
                                                {"--snooze-minutes", "60"},
                                                {"--max-snooze", "1"},
@@ -113,7 +113,7 @@ TEST_F(AddCommand, whatTheFormOffersIsAccepted) {
                                                {"--monthly", "1,31@23:59"},
                                                {"--dosage", ""},
                                                {"--dosage="}}) {
-    EXPECT_EQ(run(Words{"add", "A"} + words).status, kDone) << ::testing::PrintToString(words);
+    EXPECT_EQ(run(Words{"--store", store, "add", "A"} + words).status, kDone) << ::testing::PrintToString(words);
   }
 }
 

@@ -7,9 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "agent/InProcessCenter.h"
 #include "cli/Run.h"
 #include "doubles/FakeClock.h"
+#include "doubles/FakeNotificationCenter.h"
+#include "doubles/FakeTaskScheduler.h"
 #include "doubles/Instants.h"
+#include "doubles/Places.h"
 #include "doubles/RecordingConsole.h"
 #include "doubles/TemporaryFolder.h"
 #include "icu/Calendars.h"
@@ -70,7 +74,9 @@ class Cli : public ::testing::Test {
         [](const Region& region, const std::string& language) {
           return makeTexts(region.locale.value_or("en_US"), region.timeZone.value_or("UTC"), language);
         },
-        [this] { return Result<std::string>(store); }};
+        [this] { return Result<std::string>(store); },
+        [this](const RemindersPlace& place) { return openReminders(place); },
+        [&executor] { executor.drain(); }};
     std::ostringstream out;
     const int status = pillora::run(words, environment, out);
     executor.drain();
@@ -92,8 +98,30 @@ class Cli : public ::testing::Test {
     return found;
   }
 
+  /// The engine where a file is named; the session's own centre is a double that lasts as long as the test.
+  Result<Reminders> openReminders(const RemindersPlace& place) {
+    ++openings;
+    if (refusal) return *refusal;
+    if (!place.file) return Reminders{center, scheduler, nullptr};
+    struct Opened {
+      explicit Opened(const Calendar& gregorian) : zone(gregorian) {}
+      CalendarZone zone;
+      SilentPresenter presenter;
+      std::unique_ptr<InProcessCenter> center;
+    };
+    const auto opened = std::make_shared<Opened>(place.gregorian);
+    opened->center =
+        valueOrAbort(InProcessCenter::open(*place.file, place.clock, opened->zone, place.executor, opened->presenter));
+    EXPECT_TRUE(opened->center->advance());
+    return Reminders{*opened->center, *opened->center, opened};
+  }
+
   TemporaryFolder folder;
   std::string store;
+  FakeNotificationCenter center;  ///< the session's own
+  FakeTaskScheduler scheduler;
+  int openings = 0;              ///< how often a centre was opened
+  std::optional<Error> refusal;  ///< of opening one
   FakeClock clock{at("2025-01-10T10:30:00Z")};
   Terminal terminal;
 };

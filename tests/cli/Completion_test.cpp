@@ -61,6 +61,9 @@ TEST_F(Completion, commandsOptionsAndValuesAreOffered) {
   EXPECT_EQ(offered({"add", "A", "--ma"}), (Words{"--max-snooze"}));
   EXPECT_EQ(offered({"add", "A", "--active", ""}), (Words{"yes", "no"}));
   EXPECT_EQ(offered({"add", "A", "--unit", "pi"}), (Words{"pill", "pills"}));
+  EXPECT_EQ(offered({"--reminders", "x", "la"}), (Words{"launch"}));
+  EXPECT_EQ(offered({"edit", "A", "--na"}), (Words{"--name"}));
+  EXPECT_EQ(offered({"edit", "A", "--unit", "pi"}), (Words{"pill", "pills"}));
   EXPECT_EQ(offered({"completion", "f"}), (Words{"fish"}));
   EXPECT_EQ(offered({"add", "A", "--daily", ""}), Words());
 }

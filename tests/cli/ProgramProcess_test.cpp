@@ -105,6 +105,48 @@ TEST_F(ProgramProcess, manyTakesOfOneDoseAtOnceMakeOneLog) {
   EXPECT_EQ((*parseJson(run(inStore({"logs"})).out)).at("logs").size(), 1u);
 }
 
+TEST_F(ProgramProcess, twoMarkingsAtOnceWriteEachMissedDoseOnce) {
+  ASSERT_EQ(run(inStore({"add", "Aspirin", "--daily", "08:00", "--start", "2025-01-01T00:00:00Z"})).status, 0);
+  std::vector<ChildProcess> children;
+  for (int i = 0; i < 4; ++i) children.push_back(start(inStore({"mark-missed"})));
+  int64_t marked = 0;
+  for (ChildProcess& child : children) {
+    const auto result = child.finish();
+    ASSERT_EQ(result.status, 0) << result.err;
+    marked += (*parseJson(result.out)).at("missed").get<int64_t>();
+  }
+  EXPECT_EQ(marked, 7);
+  EXPECT_EQ((*parseJson(run(inStore({"logs"})).out)).at("logs").size(), 7u);
+}
+
+TEST_F(ProgramProcess, remindersAreKeptFromProcessToProcess) {
+  const Words file = {"--reminders", folder.path() + "/R"};
+  ASSERT_EQ(run(file + inStore({"add", "Aspirin", "--daily", "22:30"})).status, 0);
+  EXPECT_EQ((*parseJson(run(file + inStore({"reminders"})).out)).at("requests").size(), 60u);
+  EXPECT_EQ(modeOf(folder.path() + "/R"), 0600u);
+  EXPECT_TRUE((*parseJson(run(inStore({"reminders"})).out)).at("requests").empty()) << "without the file";
+  ASSERT_EQ(run(file + inStore({"delete", "Aspirin"})).status, 0);
+  EXPECT_TRUE((*parseJson(run(file + inStore({"reminders"})).out)).at("requests").empty());
+}
+
+TEST_F(ProgramProcess, theSessionsOwnRemindersLieInThePrivateStateFolder) {
+  ASSERT_EQ(run({"add", "Aspirin"}, {"XDG_STATE_HOME=" + folder.path() + "/state"}).status, 0);
+  EXPECT_EQ(modeOf(folder.path() + "/state/pillora"), 0700u);
+  EXPECT_EQ(modeOf(folder.path() + "/state/pillora/reminders.db"), 0600u);
+  ASSERT_EQ(run({"today"}).status, 0);
+  EXPECT_FALSE(fs::exists(folder.path() + "/.local/state")) << "a command that plans nothing opens none";
+}
+
+TEST_F(ProgramProcess, aReminderFileThatCannotBeUsedIsARefusalAndNothingIsStored) {
+  const std::string junk(5000, 'j');
+  std::ofstream(folder.path() + "/R") << junk;
+  const auto result = run(Words{"--reminders", folder.path() + "/R"} + inStore({"add", "Aspirin"}));
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.out, "");
+  EXPECT_TRUE(result.err.starts_with("pilloractl: the reminders cannot be opened: ")) << result.err;
+  EXPECT_TRUE((*parseJson(run(inStore({"medicines"})).out)).at("sections").empty());
+}
+
 TEST_F(ProgramProcess, manyAddsAtOnceAreAllKept) {
   std::vector<ChildProcess> children;
   for (int i = 0; i < 6; ++i) children.push_back(start(inStore({"add", "M" + std::to_string(i)})));

@@ -53,12 +53,28 @@ TEST_F(Usage, wrongUsageIsStatusTwoAndOneLine) {
       {"next", "--interval", kInterval, "--count", "1.5"},
       {"next", "--interval", kInterval, "--count", "1000001"},
       {"next", "--interval", kInterval, "--after", "today"},
+      {"--reminders", "today"},
+      {"--reminders", "", "today"},
+      {"today", "--reminders", "R"},
+      {"launch", "more"},
+      {"mark-missed", "more"},
+      {"run-task"},
+      {"run-task", "a", "b"},
+      {"reminders", "A", "B"},
+      {"snooze"},
+      {"snooze", "A", "B"},
+      {"edit"},
+      {"edit", "A", "B"},
+      {"edit", "A", "--end", "2025-01-10T08:00Z"},
+      {"edit", "A", "--daily", "08:00"},
+      {"edit", "A", "--active", "perhaps"},
+      {"edit", "A", "--max-snooze", "many"},
+      {"edit", "A", "--start", "2025-01-10"},
       {"completion"},
       {"completion", "tcsh"},
       {"completion", "bash", "zsh"},
       // Commands that this program does not know.
       {"help"},
-      {"launch"},
       {"history"},
   };
   for (const Words& words : wrong) EXPECT_TRUE(run(words).failedWith(kWrongUsage)) << ::testing::PrintToString(words);
@@ -148,8 +164,9 @@ TEST_F(Usage, errorLinesAreHarmlessToATerminal) {
 }
 
 TEST_F(Usage, helpIsPrintedForTheProgramAndEachCommandWithin80Columns) {
-  const Words commands = {"",     "today", "upcoming", "medicines", "add",  "delete",
-                          "take", "skip",  "undo",     "logs",      "next", "completion"};
+  const Words commands = {"",       "today",       "upcoming", "medicines", "add",    "delete",
+                          "launch", "mark-missed", "run-task", "reminders", "snooze", "edit",
+                          "take",   "skip",        "undo",     "logs",      "next",   "completion"};
   for (const std::string& command : commands) {
     const Called help = run(command.empty() ? Words{"--help"} : Words{command, "--help"});
     EXPECT_EQ(help.status, kDone);

@@ -6,7 +6,9 @@
 #include <utility>
 
 #include "doubles/FakeClock.h"
+#include "doubles/FakeNotificationCenter.h"
 #include "doubles/Places.h"
+#include "doubles/RecordingConsole.h"
 #include "linux/QueuedMainExecutor.h"
 #include "screens/Screen.h"
 #include "store/ModelContainer.h"
@@ -28,7 +30,7 @@ struct ScreenFixture {
         container(valueOrAbort(ModelContainer::open(configuration, executor))) {}
 
   ModelContext& context() { return container->mainContext(); }
-  ScreenEnvironment environment() { return {context(), clock, *calendar, *texts}; }
+  ScreenEnvironment environment() { return {context(), clock, *calendar, *texts, notifications}; }
   /// Ends the event-loop turn: what is pending is saved.
   void endTurn() { executor.drain(); }
 
@@ -49,6 +51,10 @@ struct ScreenFixture {
   std::unique_ptr<Calendar> calendar;
   std::unique_ptr<Texts> texts;
   std::unique_ptr<ModelContainer> container;
+  FakeNotificationCenter center;
+  RecordingConsole console;
+  BroadcastCentre broadcasts;
+  NotificationManager notifications{{center, clock, *calendar, *texts, executor, console, broadcasts}};
 };
 
 /// A medicine as most tests need it.

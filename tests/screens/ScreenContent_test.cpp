@@ -131,7 +131,7 @@ class ScreenContentInPseudoLanguage : public ScreenContent {
   }
 
   std::unique_ptr<Texts> texts_ = textsOf("en_US", "America/New_York", "en-XA");
-  ScreenEnvironment pseudo_{fixture_.context(), fixture_.clock, *fixture_.calendar, *texts_};
+  ScreenEnvironment pseudo_{fixture_.context(), fixture_.clock, *fixture_.calendar, *texts_, fixture_.notifications};
 };
 
 TEST_F(ScreenContentInPseudoLanguage, emptyStates) { compare(); }

@@ -390,7 +390,7 @@ TEST_F(TodayViewTest, anIntervalThatCannotBeReadFallsDueAtNine) {
 TEST_F(TodayViewTest, aCalendarThatFormsNoDatesLeavesTheListEmpty) {
   addDaily("Aspirin", 8);
   const RefusingCalendar refusing(*fixture_.calendar, {.formingDates = true});
-  const TodayView view({fixture_.context(), fixture_.clock, refusing, *fixture_.texts});
+  const TodayView view({fixture_.context(), fixture_.clock, refusing, *fixture_.texts, fixture_.notifications});
   EXPECT_TRUE(view.content().doses.empty());
   EXPECT_EQ(view.content().message->title, "No reminders scheduled for today");
 }

@@ -260,7 +260,7 @@ TEST_F(UpcomingViewTest, tomorrowIsTheNextDayThatThereIs) {
 TEST_F(UpcomingViewTest, aCalendarThatAddsNoDaysListsNothing) {
   addDaily("Aspirin", 12);
   const RefusingCalendar refusing(*fixture_.calendar, {.addingDays = true});
-  const UpcomingView view({fixture_.context(), fixture_.clock, refusing, *fixture_.texts});
+  const UpcomingView view({fixture_.context(), fixture_.clock, refusing, *fixture_.texts, fixture_.notifications});
   EXPECT_EQ(view.content().empty->title, "All Caught Up");
 }
 

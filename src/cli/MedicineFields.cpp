@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "cli/AddFields.h"
+#include "cli/MedicineFields.h"
 
 #include <string>
 
@@ -13,29 +13,26 @@ namespace {
 using Word = CommandLine::Word;
 
 /// Reads option after option and keeps the first word of a wrong shape and the first value that is refused.
-class AddReader {
+class FieldReader {
  public:
-  AddReader(const CommandLine& line, const Session& session) : line_(line), session_(session) {}
+  FieldReader(const CommandLine& line, const Session& session) : line_(line), session_(session) {}
 
-  Result<AddFields> read() {
-    NewMedicine& values = fields_.values;
-    values.interval = initialInterval(session_.now(), session_.calendar());
-    values.startDate = session_.now();
-    readName();
-    values.dosage = line_.dosage.value_or(values.dosage);
-    values.instructions = line_.instructions.value_or("");
-    readChoice("--unit", line_.unit, kUnitWords, values.unit);
-    readChoice("--color", line_.color, kColorNames, values.color);
-    readChoice("--icon", line_.icon, kIconNames, values.icon);
-    readFlag("--active", line_.active, values.isActive);
-    readFlag("--allow-snooze", line_.allowSnooze, values.allowSnooze);
-    readFlag("--repeating", line_.repeating, values.isRepeating);
-    readNumber("--snooze-minutes", line_.snoozeMinutes, kSnoozeMinutes, values.snoozeDurationMinutes);
-    readNumber("--max-snooze", line_.maxSnooze, kMaxSnoozeCount, values.maxSnoozeCount);
-    readDates();
+  Result<MedicineFields> readAdd() {
+    fields_.values.interval = initialInterval(session_.now(), session_.calendar());
+    fields_.values.startDate = session_.now();
+    fields_.values.name = trimmedName(*line_.name);
+    if (fields_.values.name.empty()) refuse("a medicine needs a name");
+    readCommon();
+    readInstant("--end", line_.end, [&](Instant end) { fields_.values.endDate = end; });
     readSchedule();
-    if (malformed_) return *malformed_;
-    return std::move(fields_);
+    return answer();
+  }
+
+  /// Deliberate: the details take every name as it is typed, also an empty one.
+  Result<MedicineFields> readEdit() {
+    fields_.values.name = line_.name.value_or("");
+    readCommon();
+    return answer();
   }
 
  private:
@@ -46,9 +43,24 @@ class AddReader {
     if (!fields_.refused) fields_.refused = Error{why};
   }
 
-  void readName() {
-    fields_.values.name = trimmedName(*line_.name);
-    if (fields_.values.name.empty()) refuse("a medicine needs a name");
+  Result<MedicineFields> answer() {
+    if (malformed_) return *malformed_;
+    return std::move(fields_);
+  }
+
+  void readCommon() {
+    NewMedicine& values = fields_.values;
+    values.dosage = line_.dosage.value_or(values.dosage);
+    values.instructions = line_.instructions.value_or("");
+    readChoice("--unit", line_.unit, kUnitWords, values.unit);
+    readChoice("--color", line_.color, kColorNames, values.color);
+    readChoice("--icon", line_.icon, kIconNames, values.icon);
+    readFlag("--active", line_.active, values.isActive);
+    readFlag("--allow-snooze", line_.allowSnooze, values.allowSnooze);
+    readFlag("--repeating", line_.repeating, values.isRepeating);
+    readNumber("--snooze-minutes", line_.snoozeMinutes, kSnoozeMinutes, values.snoozeDurationMinutes);
+    readNumber("--max-snooze", line_.maxSnooze, kMaxSnoozeCount, values.maxSnoozeCount);
+    readInstant("--start", line_.start, [&](Instant start) { values.startDate = start; });
   }
 
   template <size_t N>
@@ -88,17 +100,12 @@ class AddReader {
            " is not among them");
   }
 
-  void readDates() {
-    if (line_.start) {
-      const auto start = session_.instant(*line_.start);
-      if (!start) return malform("--start: " + start.error().description);
-      fields_.values.startDate = *start;
-    }
-    if (line_.end) {
-      const auto end = session_.instant(*line_.end);
-      if (!end) return malform("--end: " + end.error().description);
-      fields_.values.endDate = *end;
-    }
+  template <typename Take>
+  void readInstant(const std::string& option, const Word& word, Take take) {
+    if (!word) return;
+    const auto instant = session_.instant(*word);
+    if (!instant) return malform(option + ": " + instant.error().description);
+    take(*instant);
   }
 
   /// The command line holds at most one of these.
@@ -163,14 +170,34 @@ class AddReader {
 
   const CommandLine& line_;
   const Session& session_;
-  AddFields fields_;
+  MedicineFields fields_;
   std::optional<Error> malformed_;
 };
 
 }  // namespace
 
-Result<AddFields> readAddFields(const CommandLine& line, const Session& session) {
-  return AddReader(line, session).read();
+Result<MedicineFields> readAddFields(const CommandLine& line, const Session& session) {
+  return FieldReader(line, session).readAdd();
+}
+
+Result<MedicineFields> readEditFields(const CommandLine& line, const Session& session) {
+  return FieldReader(line, session).readEdit();
+}
+
+void writeFields(const MedicineFields& fields, const CommandLine& line, Medicine& medicine) {
+  const NewMedicine& values = fields.values;
+  if (line.name) medicine.name = values.name;
+  if (line.dosage) medicine.dosage = values.dosage;
+  if (line.unit) medicine.unit = values.unit;
+  if (line.instructions) medicine.instructions = values.instructions;
+  if (line.color) medicine.color = values.color;
+  if (line.icon) medicine.icon = values.icon;
+  if (line.active) medicine.isActive = values.isActive;
+  if (line.allowSnooze) medicine.allowSnooze = values.allowSnooze;
+  if (line.snoozeMinutes) medicine.snoozeDurationMinutes = values.snoozeDurationMinutes;
+  if (line.maxSnooze) medicine.maxSnoozeCount = values.maxSnoozeCount;
+  if (line.repeating) medicine.isRepeating = values.isRepeating;
+  if (line.start) medicine.startDate = values.startDate;
 }
 
 }  // namespace pillora
