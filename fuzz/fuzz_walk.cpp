@@ -118,7 +118,8 @@ void checkUpcoming(const std::shared_ptr<Medicine>& medicine, Instant now, const
 void checkToday(const std::shared_ptr<Medicine>& medicine, Instant now, const Calendar& calendar) {
   const auto entries = todaysPendingReminders({medicine}, now, calendar);
   require(entries.size() <= 1, "a medicine is listed once a day");
-  if (!entries.empty()) require(calendar.isSameDay(entries[0].second, now), "what is listed today is of today");
+  if (!entries.empty())
+    require(calendar.startOfDay(entries[0].second) == calendar.startOfDay(now), "what is listed today is of today");
 }
 
 void checkSteps(const ReminderInterval& interval, Instant after, const Calendar& calendar) {
