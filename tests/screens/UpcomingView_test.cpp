@@ -201,7 +201,8 @@ TEST_F(UpcomingViewTest, aMedicineThatIsGoneIsNotTaken) {
 TEST_F(UpcomingViewTest, unknownColoursAreBlue) {
   addDaily("Aspirin", 12)->color = "BLUE";
   addDaily("Zinc", 12)->color = "crimson";
-  for (const auto& card : content().days.front().doses) EXPECT_EQ(card.color, "blue");
+  const UpcomingContent shown = content();
+  for (const auto& card : shown.days.front().doses) EXPECT_EQ(card.color, "blue");
 }
 
 TEST_F(UpcomingViewTest, aOneMinuteMedicineIsShownUpToTheRowLimit) {
