@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "StoreTest.h"
+#include "support/FolderWatch.h"
 
 namespace pillora {
 namespace {
@@ -44,6 +45,18 @@ TEST_F(SeveralProcesses, refreshTakesOverWhatTheOtherCommittedAndTellsObservers)
   EXPECT_EQ(medicines.records().size(), 2U);
   queue_.drain();
   EXPECT_EQ(calls, 1);
+}
+
+TEST_F(SeveralProcesses, theFoldersWatchTellsWhenThereIsSomethingToTakeOver) {
+  const auto watch = *FolderWatch::open(folder_.path());
+  const auto mayHaveChanged = [&] { return watch->takeChanges({"Pillora.store", "Pillora.store-wal"}); };
+  EXPECT_FALSE(mayHaveChanged());
+  aspirin_->name = "Aspirin 500";
+  queue_.drain();
+  EXPECT_TRUE(mayHaveChanged()) << "a commit shows on the write-ahead log";
+  theirs().refresh();
+  EXPECT_EQ(theirAspirin_->name(), "Aspirin 500");
+  EXPECT_FALSE(mayHaveChanged()) << "taking over is no change";
 }
 
 TEST_F(SeveralProcesses, refreshWithoutForeignCommitsChangesNothing) {
