@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "model/ReminderInterval.h"
+#include "screens/FormContent.h"
 
 namespace pillora {
 
@@ -45,13 +46,6 @@ inline constexpr std::array<std::string_view, 25> kIconNames = {"pills",
                                                                 "ear",
                                                                 "nose",
                                                                 "facemask"};
-
-/// The values that a stepper can show: from `least` to `most`, `step` apart.
-struct Stepper {
-  int64_t least, most, step;
-
-  constexpr bool reaches(int64_t value) const { return value >= least && value <= most && (value - least) % step == 0; }
-};
 
 inline constexpr Stepper kHourlyInterval{1, 24, 1};
 inline constexpr Stepper kCustomHours{0, 168, 1};
