@@ -10,6 +10,7 @@
 #include <unicode/dtfmtsym.h>
 #include <unicode/dtptngen.h>
 #include <unicode/normalizer2.h>
+#include <unicode/numfmt.h>
 #include <unicode/reldatefmt.h>
 #include <unicode/smpdtfmt.h>
 #include <utility>
@@ -74,6 +75,7 @@ class IcuTexts final : public Texts {
   bool containsIgnoringCase(std::string_view text, std::string_view part) const override;
 
  protected:
+  std::string number(double value, int fractionDigits) const override;
   std::string translated(std::string_view english) const override { return language_->translated(english); }
   std::string translatedCount(int64_t n, std::string_view one, std::string_view other) const override {
     return language_->translatedCount(n, one, other);
@@ -102,6 +104,7 @@ class IcuTexts final : public Texts {
   mutable Format shortTime_, time24_, fullDate_, mediumDate_, weekdayAndDay_;
   mutable std::unique_ptr<icu::DateFormatSymbols> symbols_;
   mutable std::unique_ptr<icu::RelativeDateTimeFormatter> relative_;
+  mutable std::unique_ptr<icu::NumberFormat> number_;
   mutable std::unique_ptr<icu::Collator> collator_;
 };
 
@@ -184,6 +187,17 @@ int32_t IcuTexts::wholeUnits(UCalendarDateFields field, Instant instant, Instant
   calendar_->setTime(toMillis(now), status);
   const int32_t units = calendar_->fieldDifference(toMillis(instant), field, status);
   return U_SUCCESS(status) ? units : 0;
+}
+
+std::string IcuTexts::number(double value, int fractionDigits) const {
+  const std::lock_guard lock(mutex_);
+  UErrorCode status = U_ZERO_ERROR;
+  if (!number_) number_.reset(icu::NumberFormat::createInstance(locale_, status));
+  if (U_FAILURE(status)) return {};
+  number_->setGroupingUsed(false);
+  number_->setMaximumFractionDigits(fractionDigits);
+  icu::UnicodeString text;
+  return utf8(number_->format(value, text));
 }
 
 int IcuTexts::compareNames(std::string_view a, std::string_view b) const {

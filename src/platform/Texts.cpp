@@ -2,6 +2,8 @@
 #include "platform/Texts.h"
 
 #include <algorithm>
+#include <cmath>
+#include <iterator>
 #include <vector>
 
 namespace pillora {
@@ -32,6 +34,27 @@ std::string Texts::counted(int64_t n, std::string_view one, std::string_view oth
   std::vector<Argument> all(arguments);
   all.push_back({"n", std::to_string(n)});
   return fill(translatedCount(n, one, other), all);
+}
+
+std::string Texts::fileSize(int64_t bytes) const {
+  struct Unit {
+    std::string_view text;
+    double bytes;
+    int fractionDigits;
+  };
+  static constexpr Unit kUnits[] = {{"{size} KB", 1e3, 0},  {"{size} MB", 1e6, 1},  {"{size} GB", 1e9, 2},
+                                    {"{size} TB", 1e12, 2}, {"{size} PB", 1e15, 2}, {"{size} EB", 1e18, 2}};
+  bytes = std::max<int64_t>(bytes, 0);
+  if (bytes < 1000) {
+    return counted(bytes, "{size} byte", "{size} bytes", {{"size", number(static_cast<double>(bytes), 0)}});
+  }
+  const Unit* unit = kUnits;
+  const auto rounded = [&] {
+    const double steps = std::pow(10.0, unit->fractionDigits);
+    return std::round(static_cast<double>(bytes) / unit->bytes * steps) / steps;
+  };
+  while (rounded() >= 1000 && unit + 1 != std::end(kUnits)) ++unit;
+  return text(unit->text, {{"size", number(rounded(), unit->fractionDigits)}});
 }
 
 std::string Texts::filled(std::string text, Arguments arguments) {

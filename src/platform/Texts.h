@@ -34,6 +34,10 @@ class Texts {
   /// count "{n}", which is filled in as a plain decimal number.
   std::string counted(int64_t n, std::string_view one, std::string_view other, Arguments arguments = {}) const;
 
+  /// The size of a file in decimal units and the locale's digits: "512 bytes", "4 KB", "1.2 MB", "1.25 GB". Kilobytes
+  /// are whole, megabytes have one digit after the point, larger units two. A negative size reads as 0.
+  std::string fileSize(int64_t bytes) const;
+
   /// The locale's short time: "9:00 AM", "09:00". With `use24HourTime` the locale's 24-hour form. May hold U+202F.
   virtual std::string shortTime(Instant instant, bool use24HourTime) const = 0;
   /// "Friday, January 10, 2025"
@@ -56,6 +60,8 @@ class Texts {
   virtual bool containsIgnoringCase(std::string_view text, std::string_view part) const = 0;
 
  protected:
+  /// A number in the locale's digits with at most so many after the point, rounded; without grouping.
+  virtual std::string number(double value, int fractionDigits) const = 0;
   virtual std::string translated(std::string_view english) const = 0;
   virtual std::string translatedCount(int64_t n, std::string_view one, std::string_view other) const = 0;
 

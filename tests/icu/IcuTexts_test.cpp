@@ -223,4 +223,37 @@ TEST(IcuTexts, refusesWhatItDoesNotKnowByName) {
   EXPECT_EQ(makeTexts("en_US", "UTC", "tlh").error().description, "unknown language: tlh");
 }
 
+TEST(IcuTexts, fileSizesAreInDecimalUnits) {
+  const auto texts = in("en_US");
+  for (const auto& [bytes, size] : std::initializer_list<std::pair<int64_t, const char*>>{
+           {-1, "0 bytes"},
+           {0, "0 bytes"},
+           {1, "1 byte"},
+           {512, "512 bytes"},
+           {999, "999 bytes"},
+           {1000, "1 KB"},
+           {1499, "1 KB"},
+           {1500, "2 KB"},
+           {4096, "4 KB"},
+           {999'499, "999 KB"},
+           {999'500, "1 MB"},
+           {1'234'567, "1.2 MB"},
+           {999'949'999, "999.9 MB"},
+           {999'950'000, "1 GB"},
+           {1'254'000'000, "1.25 GB"},
+           {5'000'000'000'000, "5 TB"},
+           {7'000'000'000'000'000, "7 PB"},
+           {INT64_MAX, "9.22 EB"},
+       }) {
+    EXPECT_EQ(texts->fileSize(bytes), size) << bytes;
+  }
+}
+
+TEST(IcuTexts, fileSizesHaveTheLocalesDigitsAndTheLanguagesWords) {
+  EXPECT_EQ(in("de_DE")->fileSize(1'234'567), "1,2 MB");
+  EXPECT_EQ(in("ar_EG")->fileSize(1'234'567), "١٫٢ MB");
+  EXPECT_EQ(in("fa_IR")->fileSize(512), "۵۱۲ bytes");
+  EXPECT_EQ((*makeTexts("en_US", "UTC", "en-XA"))->fileSize(1), "1 býţé~~");
+}
+
 }  // namespace pillora
