@@ -13,7 +13,7 @@ Result<std::unique_ptr<ModelContainer>> ModelContainer::open(const ModelConfigur
   auto database = openStoreFile(configuration, schema);
   if (!database) return database.error();
   try {
-    std::unique_ptr<ModelContext> context(new ModelContext(*std::move(database), executor));
+    std::unique_ptr<ModelContext> context(new ModelContext(*std::move(database), executor, configuration.clock));
     return std::unique_ptr<ModelContainer>(new ModelContainer(std::move(context)));
   } catch (const SQLite::Exception& failure) {
     return Error{std::string("the store cannot be read (") + failure.what() + ")"};

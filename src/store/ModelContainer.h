@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/Clock.h"
 #include "platform/MainExecutor.h"
 #include "store/ModelContext.h"
 #include "support/Result.h"
@@ -39,6 +40,7 @@ struct ModelConfiguration {
   bool isStoredInMemoryOnly = false;  ///< no file at all: demo and tests
   bool usesCloudDatabase = true;      ///< carried; Linux has no private cloud database
   std::string vfsName = {};           ///< a SQLite VFS other than the system's, for tests of failing disks
+  const Clock* clock = nullptr;       ///< tells since when nothing could be saved; outlives the store
 };
 
 /// An open store: the file, its schema and the main context. Ends when destroyed, saving what is pending.

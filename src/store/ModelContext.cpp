@@ -9,8 +9,8 @@
 
 namespace pillora {
 
-ModelContext::ModelContext(std::unique_ptr<SQLite::Database> database, MainExecutor& executor)
-    : database_(std::move(database)), executor_(&executor), alive_(std::make_shared<int>()) {
+ModelContext::ModelContext(std::unique_ptr<SQLite::Database> database, MainExecutor& executor, const Clock* clock)
+    : database_(std::move(database)), executor_(&executor), clock_(clock), alive_(std::make_shared<int>()) {
   static_assert(std::tuple_size_v<decltype(known_)> == Table::kCount);
   dataVersion_ = dataVersion();
 }

@@ -16,6 +16,7 @@
 #include "model/AppSettings.h"
 #include "model/DoseLog.h"
 #include "model/Medicine.h"
+#include "platform/Clock.h"
 #include "platform/MainExecutor.h"
 #include "store/FetchDescriptor.h"
 #include "support/Result.h"
@@ -28,6 +29,12 @@ class Statement;
 namespace pillora {
 
 class Table;
+
+/// That what is pending could not be written.
+struct SaveFailure {
+  std::optional<Instant> since;  ///< when the first save failed after the last that succeeded; absent without a clock
+  Error error;                   ///< of the last save
+};
 
 /// The records of one store, as objects with identity: as long as somebody holds a record, every fetch that finds it
 /// returns that same object. Every write to an inserted record is noticed.
@@ -75,6 +82,8 @@ class ModelContext final : private RecordHost {
   /// Commits what is pending. On an error all of it stays pending.
   Result<void> save();
   bool hasChanges() const;
+  /// Absent unless the last save failed. Observers hear when this comes and goes.
+  const std::optional<SaveFailure>& saveFailure() const { return saveFailure_; }
   /// Gives up what is pending: none of it is ever written. The records keep their values and match the store no longer,
   /// so this is for a program that is about to close it.
   void discardChanges();
@@ -114,7 +123,8 @@ class ModelContext final : private RecordHost {
   /// A statement in use. It is kept and reset afterwards: one that is not would hold its view of the file.
   using Prepared = std::unique_ptr<SQLite::Statement, void (*)(SQLite::Statement*)>;
 
-  ModelContext(std::unique_ptr<SQLite::Database> database, MainExecutor& executor);
+  /// `clock` may be null.
+  ModelContext(std::unique_ptr<SQLite::Database> database, MainExecutor& executor, const Clock* clock);
 
   void fieldChanged(Record& record, const void* field) override;
   std::shared_ptr<Medicine> medicineWithId(const UUID& id) override;
@@ -140,6 +150,8 @@ class ModelContext final : private RecordHost {
   bool isInTransaction() const;
   Result<void> begin();
   Result<void> writeChanges();
+  Result<void> commit();
+  void noteSave(const Result<void>& saved);
   bool write(Change& change);
   void vanish(Record& record);
   void rollBack();
@@ -159,6 +171,7 @@ class ModelContext final : private RecordHost {
   std::unique_ptr<SQLite::Database> database_;
   std::unordered_map<std::string, std::unique_ptr<SQLite::Statement>> statements_;
   MainExecutor* executor_;
+  const Clock* clock_;
   std::array<Known, 3> known_;  ///< by Table::index()
 
   Changes changes_;
@@ -173,6 +186,7 @@ class ModelContext final : private RecordHost {
   uint64_t observedCount_ = 0;
   std::vector<std::weak_ptr<std::function<void()>>> observers_;
   std::optional<Error> readError_;
+  std::optional<SaveFailure> saveFailure_;
 };
 
 /// A fetch that stays current: asks the store again only after something changed, and keeps the last good result when

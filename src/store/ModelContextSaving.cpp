@@ -78,6 +78,25 @@ Result<void> ModelContext::beginWriting() {
 }
 
 Result<void> ModelContext::save() {
+  const auto saved = commit();
+  noteSave(saved);
+  return saved;
+}
+
+void ModelContext::noteSave(const Result<void>& saved) {
+  const bool hadFailed = saveFailure_.has_value();
+  if (saved) {
+    saveFailure_.reset();
+  } else {
+    const auto now = clock_ == nullptr ? std::nullopt : std::optional(clock_->now());
+    saveFailure_ = SaveFailure{hadFailed ? saveFailure_->since : now, saved.error()};
+  }
+  if (hadFailed == saveFailure_.has_value()) return;
+  ++changeCount_;
+  endTurnLater();
+}
+
+Result<void> ModelContext::commit() {
   if (auto written = writeChanges(); !written) return written;
   if (!isInTransaction()) return {};
   try {
@@ -96,6 +115,7 @@ void ModelContext::discardChanges() {
   changes_.clear();
   changeByRecord_.clear();
   unwritten_.clear();
+  saveFailure_.reset();
 }
 
 void ModelContext::refresh() {

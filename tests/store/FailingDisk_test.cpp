@@ -8,6 +8,7 @@
 
 #include "StoreTest.h"
 #include "doubles/FailingVfs.h"
+#include "doubles/FakeClock.h"
 
 namespace pillora {
 namespace {
@@ -202,6 +203,65 @@ TEST_F(FailingDisk, aStoreThatCouldNotSaveWritesWhatIsPendingWhenItEnds) {
   failingVfs::heal();
   opened->reset();
   EXPECT_EQ(logsIn(store()), Ids{log->id()});
+}
+
+TEST_F(FailingDisk, theContextTellsSinceWhenNothingCouldBeSaved) {
+  FakeClock clock(kMorning);
+  auto opened = ModelContainer::open({.path = store(), .vfsName = failingVfs::name(), .clock = &clock}, queue_);
+  ASSERT_TRUE(opened);
+  ModelContext& context = (*opened)->mainContext();
+  const auto log = makeTaken(nullptr);
+  context.insert(log);
+  queue_.drain();
+  EXPECT_FALSE(context.saveFailure());
+
+  failingVfs::failAt(1, SQLITE_FULL, true);
+  log->notes = "first";
+  queue_.drain();
+  ASSERT_TRUE(context.saveFailure());
+  EXPECT_EQ(context.saveFailure()->since, kMorning);
+  EXPECT_FALSE(context.saveFailure()->error.description.empty());
+  clock.advance(std::chrono::hours(1));
+  log->notes = "second";
+  queue_.drain();
+  EXPECT_EQ(context.saveFailure()->since, kMorning) << "of the first save that failed";
+
+  failingVfs::heal();
+  EXPECT_TRUE(context.save());
+  EXPECT_FALSE(context.saveFailure());
+  failingVfs::failAt(1, SQLITE_FULL, true);
+  log->notes = "third";
+  EXPECT_FALSE(context.save());
+  EXPECT_EQ(context.saveFailure()->since, kMorning + std::chrono::hours(1));
+  failingVfs::heal();
+}
+
+TEST_F(FailingDisk, whoObservesHearsThatASaveBroughtTheFileUpToDate) {
+  auto opened = ModelContainer::open({.path = store(), .vfsName = failingVfs::name()}, queue_);
+  ASSERT_TRUE(opened);
+  ModelContext& context = (*opened)->mainContext();
+  std::vector<bool> failing;
+  const auto handle = context.observe([&] { failing.push_back(context.saveFailure().has_value()); });
+  failingVfs::failAt(1, SQLITE_FULL, true);
+  context.insert(makeTaken(nullptr));
+  queue_.drain();
+  failingVfs::heal();
+  EXPECT_TRUE(context.save());
+  queue_.drain();
+  EXPECT_EQ(failing, (std::vector<bool>{true, false}));
+}
+
+TEST_F(FailingDisk, whatIsGivenUpHasNotFailed) {
+  auto opened = ModelContainer::open({.path = store(), .vfsName = failingVfs::name()}, queue_);
+  ASSERT_TRUE(opened);
+  ModelContext& context = (*opened)->mainContext();
+  failingVfs::failAt(1, SQLITE_FULL, true);
+  context.insert(makeTaken(nullptr));
+  EXPECT_FALSE(context.save());
+  EXPECT_FALSE(context.saveFailure()->since) << "no clock was given";
+  context.discardChanges();
+  EXPECT_FALSE(context.saveFailure());
+  failingVfs::heal();
 }
 
 }  // namespace
