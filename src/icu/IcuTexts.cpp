@@ -69,6 +69,29 @@ class IcuTexts final : public Texts {
     if (!weekdayAndDay_) weekdayAndDay_ = patterned(u"EEEE, MMM d");
     return format(weekdayAndDay_.get(), instant);
   }
+  std::string monthAndYear(Instant instant) const override {
+    const std::lock_guard lock(mutex_);
+    return format(skeletal(monthAndYear_, u"yMMMM"), instant);
+  }
+  std::string dayOfMonth(Instant instant) const override {
+    const std::lock_guard lock(mutex_);
+    if (!dayOfMonth_) dayOfMonth_ = patterned(u"d");
+    return format(dayOfMonth_.get(), instant);
+  }
+  std::string hour(Instant instant, bool use24HourTime) const override {
+    const std::lock_guard lock(mutex_);
+    return format(use24HourTime ? skeletal(hour24_, u"H") : skeletal(hour_, u"j"), instant);
+  }
+  std::string minute(Instant instant) const override {
+    const std::lock_guard lock(mutex_);
+    if (!minute_) minute_ = patterned(u"mm");
+    return format(minute_.get(), instant);
+  }
+  std::string timestamp(Instant instant) const override {
+    const std::lock_guard lock(mutex_);
+    if (!timestamp_) timestamp_ = patterned(u"yyyy-MM-dd_HH-mm-ss");
+    return format(timestamp_.get(), instant);
+  }
   std::string shortWeekdaySymbol(int weekday) const override;
   std::string relative(Instant instant, Instant now) const override;
   int compareNames(std::string_view a, std::string_view b) const override;
@@ -88,6 +111,7 @@ class IcuTexts final : public Texts {
   std::string format(const icu::DateFormat* format, Instant instant) const;
   const icu::DateFormat* styled(Format& kept, icu::DateFormat::EStyle date, icu::DateFormat::EStyle time) const;
   Format patterned(const icu::UnicodeString& pattern) const;
+  const icu::DateFormat* skeletal(Format& kept, const icu::UnicodeString& skeleton) const;
   const icu::DateFormat* shortTime() const {
     return styled(shortTime_, icu::DateFormat::kNone, icu::DateFormat::kShort);
   }
@@ -102,6 +126,7 @@ class IcuTexts final : public Texts {
 
   mutable std::mutex mutex_;  ///< guards the calendar, in which formatting and counting happen, and what follows
   mutable Format shortTime_, time24_, fullDate_, mediumDate_, weekdayAndDay_;
+  mutable Format monthAndYear_, dayOfMonth_, hour_, hour24_, minute_, timestamp_;
   mutable std::unique_ptr<icu::DateFormatSymbols> symbols_;
   mutable std::unique_ptr<icu::RelativeDateTimeFormatter> relative_;
   mutable std::unique_ptr<icu::NumberFormat> number_;
@@ -130,18 +155,23 @@ IcuTexts::Format IcuTexts::patterned(const icu::UnicodeString& pattern) const {
   return U_SUCCESS(status) ? std::move(format) : nullptr;
 }
 
+/// The locale's own order and words for the fields of the skeleton.
+const icu::DateFormat* IcuTexts::skeletal(Format& kept, const icu::UnicodeString& skeleton) const {
+  if (kept) return kept.get();
+  UErrorCode status = U_ZERO_ERROR;
+  const std::unique_ptr<icu::DateTimePatternGenerator> generator(
+      icu::DateTimePatternGenerator::createInstance(locale_, status));
+  if (U_SUCCESS(status)) kept = patterned(generator->getBestPattern(skeleton, status));
+  return kept.get();
+}
+
 /// The locale's own short time when it counts to 24 already: finding a pattern for another clock takes ICU a while.
 const icu::DateFormat* IcuTexts::time24() const {
   icu::UnicodeString pattern;
   if (const auto* usual = dynamic_cast<const icu::SimpleDateFormat*>(shortTime())) usual->toPattern(pattern);
   if (pattern.indexOf(u'H') >= 0) return shortTime();
-  if (time24_) return time24_.get();
-  UErrorCode status = U_ZERO_ERROR;
-  const std::unique_ptr<icu::DateTimePatternGenerator> generator(
-      icu::DateTimePatternGenerator::createInstance(locale_, status));
-  if (U_FAILURE(status)) return shortTime();
-  time24_ = patterned(generator->getBestPattern(u"Hmm", status));
-  return time24_.get();
+  const auto* best = skeletal(time24_, u"Hmm");
+  return best != nullptr ? best : shortTime();
 }
 
 std::string IcuTexts::shortWeekdaySymbol(int weekday) const {

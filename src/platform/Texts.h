@@ -46,6 +46,17 @@ class Texts {
   virtual std::string mediumDate(Instant instant) const = 0;
   /// The pattern "EEEE, MMM d" in the locale's words: "Friday, Jan 10"
   virtual std::string weekdayAndDay(Instant instant) const = 0;
+  /// The heading of a calendar sheet, in the words and years of the user's calendar: "January 2025", "มกราคม 2568"
+  virtual std::string monthAndYear(Instant instant) const = 0;
+  /// The day's number alone: "9"
+  virtual std::string dayOfMonth(Instant instant) const = 0;
+  /// The hour alone, counted as in shortTime: "9 AM", "09"
+  virtual std::string hour(Instant instant, bool use24HourTime) const = 0;
+  /// The minute alone, with two digits: "05"
+  virtual std::string minute(Instant instant) const = 0;
+  /// The pattern "yyyy-MM-dd_HH-mm-ss" in the locale's digits and the calendar's years, for names of files:
+  /// "2025-01-10_08-00-00", "2568-01-10_08-00-00"
+  virtual std::string timestamp(Instant instant) const = 0;
   /// "Sun" for 1 to "Sat" for 7; `weekday` is within that range.
   virtual std::string shortWeekdaySymbol(int weekday) const = 0;
   /// The distance from `now` in the locale's abbreviated style: "in 2 hr.", "3 days ago". The largest unit of year,

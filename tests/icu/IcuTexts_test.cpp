@@ -84,6 +84,30 @@ TEST(IcuTexts, weekdaySymbolsCountFromSunday) {
   EXPECT_EQ(symbols("fr_FR"), "dim. lun. mar. mer. jeu. ven. sam. ");
 }
 
+TEST(IcuTexts, partsOfDatesAndTimesStandAloneOnSheets) {
+  struct Case {
+    const char *locale, *month, *day, *hour, *hour24, *minute;
+  };
+  const Instant t = at("2025-01-10T19:05:00Z");
+  for (const auto& [locale, month, day, hour, hour24, minute] : {
+           Case{"en_US", "January 2025", "10", "2 PM", "14", "05"},
+           Case{"en_GB", "January 2025", "10", "14", "14", "05"},
+           Case{"de_DE", "Januar 2025", "10", "14 Uhr", "14 Uhr", "05"},
+           Case{"th_TH", "มกราคม 2568", "10", "14", "14", "05"},
+           Case{"fa_IR", "۱۴۰۳ دی", "۲۱", "۱۴", "۱۴", "۰۵"},
+           Case{"ar_EG", "يناير ٢٠٢٥", "١٠", "٢ م", "١٤", "٠٥"},
+           Case{"ja_JP@calendar=japanese", "令和7年1月", "10", "14時", "14時", "05"},
+           Case{"en_US@calendar=hebrew", "Tevet 5785", "10", "2 PM", "14", "05"},
+       }) {
+    const auto texts = in(locale);
+    EXPECT_EQ(plain(texts->monthAndYear(t)), month) << locale;
+    EXPECT_EQ(plain(texts->dayOfMonth(t)), day) << locale;
+    EXPECT_EQ(plain(texts->hour(t, false)), hour) << locale;
+    EXPECT_EQ(plain(texts->hour(t, true)), hour24) << locale;
+    EXPECT_EQ(plain(texts->minute(t)), minute) << locale;
+  }
+}
+
 TEST(IcuTexts, relativeTimesUseTheLargestWholeUnit) {
   const auto texts = in("en_US");
   const Instant now = at("2025-01-10T10:30:00Z");
