@@ -64,6 +64,11 @@ class IcuTexts final : public Texts {
     const std::lock_guard lock(mutex_);
     return format(styled(mediumDate_, icu::DateFormat::kMedium, icu::DateFormat::kNone), instant);
   }
+  std::string mediumDateAndShortTime(Instant instant, bool use24HourTime) const override {
+    const std::lock_guard lock(mutex_);
+    const auto* usual = styled(mediumDateShortTime_, icu::DateFormat::kMedium, icu::DateFormat::kShort);
+    return format(use24HourTime ? mediumDateTime24(usual) : usual, instant);
+  }
   std::string weekdayAndDay(Instant instant) const override {
     const std::lock_guard lock(mutex_);
     if (!weekdayAndDay_) weekdayAndDay_ = patterned(u"EEEE, MMM d");
@@ -116,6 +121,7 @@ class IcuTexts final : public Texts {
     return styled(shortTime_, icu::DateFormat::kNone, icu::DateFormat::kShort);
   }
   const icu::DateFormat* time24() const;
+  const icu::DateFormat* mediumDateTime24(const icu::DateFormat* usual) const;
   std::pair<int64_t, URelativeDateTimeUnit> distance(Instant instant, Instant now) const;
   int32_t wholeUnits(UCalendarDateFields field, Instant instant, Instant now) const;
   icu::UnicodeString folded(std::string_view text, UErrorCode& status) const;
@@ -125,7 +131,7 @@ class IcuTexts final : public Texts {
   const std::unique_ptr<const Language> language_;
 
   mutable std::mutex mutex_;  ///< guards the calendar, in which formatting and counting happen, and what follows
-  mutable Format shortTime_, time24_, fullDate_, mediumDate_, weekdayAndDay_;
+  mutable Format shortTime_, time24_, fullDate_, mediumDate_, mediumDateShortTime_, mediumDateTime24_, weekdayAndDay_;
   mutable Format monthAndYear_, dayOfMonth_, hour_, hour24_, minute_, timestamp_;
   mutable std::unique_ptr<icu::DateFormatSymbols> symbols_;
   mutable std::unique_ptr<icu::RelativeDateTimeFormatter> relative_;
@@ -165,13 +171,27 @@ const icu::DateFormat* IcuTexts::skeletal(Format& kept, const icu::UnicodeString
   return kept.get();
 }
 
+icu::UnicodeString patternOf(const icu::DateFormat* format) {
+  icu::UnicodeString pattern;
+  if (const auto* simple = dynamic_cast<const icu::SimpleDateFormat*>(format)) simple->toPattern(pattern);
+  return pattern;
+}
+
 /// The locale's own short time when it counts to 24 already: finding a pattern for another clock takes ICU a while.
 const icu::DateFormat* IcuTexts::time24() const {
-  icu::UnicodeString pattern;
-  if (const auto* usual = dynamic_cast<const icu::SimpleDateFormat*>(shortTime())) usual->toPattern(pattern);
-  if (pattern.indexOf(u'H') >= 0) return shortTime();
+  if (patternOf(shortTime()).indexOf(u'H') >= 0) return shortTime();
   const auto* best = skeletal(time24_, u"Hmm");
   return best != nullptr ? best : shortTime();
+}
+
+/// The usual form with the short time in it exchanged.
+const icu::DateFormat* IcuTexts::mediumDateTime24(const icu::DateFormat* usual) const {
+  if (!mediumDateTime24_) {
+    icu::UnicodeString pattern = patternOf(usual);
+    pattern.findAndReplace(patternOf(shortTime()), patternOf(time24()));
+    mediumDateTime24_ = patterned(pattern);
+  }
+  return mediumDateTime24_.get();
 }
 
 std::string IcuTexts::shortWeekdaySymbol(int weekday) const {

@@ -44,6 +44,8 @@ class Texts {
   virtual std::string fullDate(Instant instant) const = 0;
   /// "Jan 10, 2025"
   virtual std::string mediumDate(Instant instant) const = 0;
+  /// The two together as the locale joins them: "Jan 10, 2025, 9:00 AM"
+  virtual std::string mediumDateAndShortTime(Instant instant, bool use24HourTime) const = 0;
   /// The pattern "EEEE, MMM d" in the locale's words: "Friday, Jan 10"
   virtual std::string weekdayAndDay(Instant instant) const = 0;
   /// The heading of a calendar sheet, in the words and years of the user's calendar: "January 2025", "มกราคม 2568"

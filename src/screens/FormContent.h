@@ -178,11 +178,13 @@ struct ValueRow {
   std::optional<std::string> detail = std::nullopt;  ///< below the text, smaller
   std::optional<std::string> symbol = std::nullopt;
   std::optional<std::string> color = std::nullopt;
+  std::optional<ActionItem> action = std::nullopt;  ///< a button in the place of the text
 
   static constexpr auto fields() {
     using Row = ValueRow;
     return std::tuple(field("id", &Row::id), field("label", &Row::label), field("text", &Row::text),
-                      field("detail", &Row::detail), field("symbol", &Row::symbol), field("color", &Row::color));
+                      field("detail", &Row::detail), field("symbol", &Row::symbol), field("color", &Row::color),
+                      field("action", &Row::action));
   }
 };
 
@@ -191,16 +193,28 @@ struct ButtonRow {
   std::string id, title;
   std::optional<std::string> symbol = std::nullopt;
   bool isDestructive = false;
+  bool isEnabled = true;
 
   static constexpr auto fields() {
     using Row = ButtonRow;
     return std::tuple(field("id", &Row::id), field("title", &Row::title), field("symbol", &Row::symbol),
-                      field("isDestructive", &Row::isDestructive));
+                      field("isDestructive", &Row::isDestructive), field("isEnabled", &Row::isEnabled));
   }
 };
 
-using FormRow =
-    std::variant<TextFieldRow, ToggleRow, StepperRow, PickerRow, GridRow, DateRow, TimeRow, ValueRow, ButtonRow>;
+/// Opens a page outside the window; the id names the page.
+struct LinkRow {
+  static constexpr std::string_view kKind = "link";
+  std::string id, title, symbol;
+
+  static constexpr auto fields() {
+    using Row = LinkRow;
+    return std::tuple(field("id", &Row::id), field("title", &Row::title), field("symbol", &Row::symbol));
+  }
+};
+
+using FormRow = std::variant<TextFieldRow, ToggleRow, StepperRow, PickerRow, GridRow, DateRow, TimeRow, ValueRow,
+                             ButtonRow, LinkRow>;
 
 /// The row's members after its "kind".
 Json toJson(const FormRow& row);

@@ -56,6 +56,24 @@ TEST(IcuTexts, datesAndTimesFollowTheLocale) {
   }
 }
 
+TEST(IcuTexts, dateAndTimeAreJoinedAsInTheLocale) {
+  const Instant t = at("2025-01-10T19:05:00Z");
+  struct Case {
+    const char *locale, *usual, *in24Hours;
+  };
+  for (const auto& [locale, usual, in24Hours] : {
+           Case{"en_US", "Jan 10, 2025, 2:05 PM", "Jan 10, 2025, 14:05"},
+           Case{"en_GB", "10 Jan 2025, 14:05", "10 Jan 2025, 14:05"},
+           Case{"de_DE", "10.01.2025, 14:05", "10.01.2025, 14:05"},
+           Case{"ja_JP", "2025/01/10 14:05", "2025/01/10 14:05"},
+           Case{"ko_KR", "2025. 1. 10. 오후 2:05", "2025. 1. 10. 14:05"},
+       }) {
+    const auto texts = in(locale);
+    EXPECT_EQ(plain(texts->mediumDateAndShortTime(t, false)), usual) << locale;
+    EXPECT_EQ(plain(texts->mediumDateAndShortTime(t, true)), in24Hours) << locale;
+  }
+}
+
 TEST(IcuTexts, midnightAndNoonInBothForms) {
   const auto texts = in("en_US", "UTC");
   EXPECT_EQ(plain(texts->shortTime(at("2025-01-10T00:00:00Z"), false)), "12:00 AM");
