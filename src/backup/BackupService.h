@@ -90,11 +90,10 @@ class BackupService {
   void deleteBackup(const std::string& url, Completion<void> completion);
 
  private:
-  enum class Place { local, cloud };
-
-  void createBackup(Place place, const std::vector<std::shared_ptr<Medicine>>& medicines, const AppSettings* settings,
+  void createBackup(bool isCloud, const std::vector<std::shared_ptr<Medicine>>& medicines, const AppSettings* settings,
                     Completion<std::string> completion);
-  void listBackups(Place place, Completion<std::vector<BackupInfo>> completion);
+  template <typename T, typename Work>
+  void run(Work work, Completion<T> completion);
 
   BackupEnvironment environment_;
   std::shared_ptr<void> alive_;  ///< what comes back from the queue goes nowhere once this is gone

@@ -83,7 +83,7 @@ class MemberReader {
       const auto text = place.text();
       const auto type = text ? reminderIntervalType(*text) : std::nullopt;
       if (!text) return fail(text.error());
-      if (!type) return fail(place.error("\"" + *text + "\" is no kind of schedule"));
+      if (!type) return fail(place.error(quotedExcerpt(*text) + " is no kind of schedule"));
       value = *type;
     });
   }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/Json.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -10,12 +11,14 @@ namespace {
 
 constexpr size_t kDeepestNesting = 64;
 constexpr size_t kMostMembers = 256;
-constexpr size_t kMostValues = 1'000'000;
+constexpr size_t kMostValues = 2'000'000;
 
 /// Builds a document out of the parser's events. The library's own builder neither stops early nor bounds anything,
 /// and members of an ordered object are found one by one: an object of a million would take hours.
 class Builder {
  public:
+  explicit Builder(size_t length) : length_(length) {}
+
   Json document;
   Error error;
 
@@ -39,7 +42,7 @@ class Builder {
   }
 
   bool parse_error(size_t position, const std::string&, const Json::exception&) {
-    return refuse("not valid JSON at byte " + std::to_string(position));
+    return refuse("not valid JSON at byte " + std::to_string(position) + (position > length_ ? ", where it ends" : ""));
   }
 
  private:
@@ -49,7 +52,7 @@ class Builder {
   }
 
   bool add(Json value) {
-    if (++count_ > kMostValues) return refuse("the document holds more than 1,000,000 values");
+    if (++count_ > kMostValues) return refuse("the document holds more than 2,000,000 values");
     if (open_.empty()) {
       place_ = &document;
     } else if (open_.back()->is_array()) {
@@ -71,6 +74,7 @@ class Builder {
     return true;
   }
 
+  size_t length_;            ///< of the text
   std::vector<Json*> open_;  ///< the containers that are not finished, outermost first
   Json* place_ = nullptr;    ///< where the latest value or the value of the latest key belongs
   size_t count_ = 0;
@@ -83,13 +87,21 @@ Result<Json> parseJson(std::string_view text) {
   if (const size_t nul = text.find('\0'); nul != std::string_view::npos) {
     return Error{"not valid JSON at byte " + std::to_string(nul + 1)};
   }
-  Builder builder;
+  Builder builder(text.size());
   if (!Json::sax_parse(text.begin(), text.end(), &builder)) return builder.error;
   return std::move(builder.document);
 }
 
 std::string jsonText(const Json& value, int indent) {
   return value.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string quotedExcerpt(std::string_view text) {
+  constexpr size_t kMostBytes = 40;
+  size_t length = std::min(text.size(), kMostBytes);
+  if (length == text.size()) return jsonText(std::string(text));
+  while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) --length;  // between two letters
+  return jsonText(std::string(text.substr(0, length)) + "…");
 }
 
 Error JsonPlace::error(std::string_view what) const {

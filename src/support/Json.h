@@ -17,14 +17,18 @@
 namespace pillora {
 
 /// Parses one JSON text (RFC 8259). Of members with the same name the last one wins. Malformed text, invalid UTF-8, a
-/// number no double can hold and anything after the value are errors that name the byte. So that no file can hang the
-/// program or exhaust it, nesting deeper than 64, more than 256 members in one object and more than 1,000,000 values
+/// number no double can hold and anything after the value are errors that name the byte, and where the text ends too
+/// early say so. So that no file can hang the
+/// program or exhaust it, nesting deeper than 64, more than 256 members in one object and more than 2,000,000 values
 /// are errors too. Nothing throws.
 Result<Json> parseJson(std::string_view text);
 
 /// The JSON text of a value: on one line, or with members on lines of their own, `indent` blanks a level. Texts that
 /// are not UTF-8 get U+FFFD in place of what is wrong; Json::dump would throw.
 std::string jsonText(const Json& value, int indent = -1);
+
+/// A text as an error message quotes it: in quotation marks, escaped as in JSON, cut after some forty bytes.
+std::string quotedExcerpt(std::string_view text);
 
 /// A value inside a parsed document together with its place, so that a reader's error can say where it stands
 /// ("medicines[3].interval.type"). Readers are strict about types: an integer is an integer literal that fits 64

@@ -53,14 +53,22 @@ TEST(ParseJson, namesTheByteAtWhichTheTextIsNoJson) {
     std::string text;
     const char* error;
   } kCases[] = {
-      {"", "not valid JSON at byte 1"},           {"   ", "not valid JSON at byte 4"},
-      {"{", "not valid JSON at byte 2"},          {"[1,]", "not valid JSON at byte 4"},
-      {"{\"a\":1,}", "not valid JSON at byte 8"}, {"{'a':1}", "not valid JSON at byte 2"},
-      {"[1] 2", "not valid JSON at byte 5"},      {"// c\n1", "not valid JSON at byte 1"},
-      {"[NaN]", "not valid JSON at byte 2"},      {"[01]", "not valid JSON at byte 3"},
-      {"[+1]", "not valid JSON at byte 2"},       {"[1e999]", "not valid JSON at byte 6"},
-      {"[-1e999]", "not valid JSON at byte 7"},   {"\"a\nb\"", "not valid JSON at byte 3"},
-      {"\"a", "not valid JSON at byte 3"},        {"\"\\q\"", "not valid JSON at byte 3"},
+      {"", "not valid JSON at byte 1, where it ends"},
+      {"   ", "not valid JSON at byte 4, where it ends"},
+      {"{", "not valid JSON at byte 2, where it ends"},
+      {"[1,]", "not valid JSON at byte 4"},
+      {"{\"a\":1,}", "not valid JSON at byte 8"},
+      {"{'a':1}", "not valid JSON at byte 2"},
+      {"[1] 2", "not valid JSON at byte 5"},
+      {"// c\n1", "not valid JSON at byte 1"},
+      {"[NaN]", "not valid JSON at byte 2"},
+      {"[01]", "not valid JSON at byte 3"},
+      {"[+1]", "not valid JSON at byte 2"},
+      {"[1e999]", "not valid JSON at byte 6"},
+      {"[-1e999]", "not valid JSON at byte 7"},
+      {"\"a\nb\"", "not valid JSON at byte 3"},
+      {"\"a", "not valid JSON at byte 3, where it ends"},
+      {"\"\\q\"", "not valid JSON at byte 3"},
   };
   for (const auto& each : kCases) EXPECT_EQ(errorOf(each.text), each.error) << each.text;
 }
@@ -103,8 +111,8 @@ TEST(ParseJson, boundsTheMembersOfAnObject) {
 }
 
 TEST(ParseJson, boundsTheValuesOfADocument) {
-  EXPECT_TRUE(parseJson("[" + repeated("0,", 999'998) + "0]"));
-  EXPECT_EQ(errorOf("[" + repeated("0,", 999'999) + "0]"), "the document holds more than 1,000,000 values");
+  EXPECT_TRUE(parseJson("[" + repeated("0,", 1'999'998) + "0]"));
+  EXPECT_EQ(errorOf("[" + repeated("0,", 1'999'999) + "0]"), "the document holds more than 2,000,000 values");
 }
 
 TEST(JsonText, replacesWhatIsNoUtf8) {
@@ -113,6 +121,15 @@ TEST(JsonText, replacesWhatIsNoUtf8) {
                            "B"},
                           {"n", {1}}}),
             "{\"name\":\"A\uFFFDB\",\"n\":[1]}");
+}
+
+TEST(QuotedExcerpt, isOneLineOfFortyBytesAndCutsNoLetter) {
+  EXPECT_EQ(quotedExcerpt(""), "\"\"");
+  EXPECT_EQ(quotedExcerpt("a \"b\"\n\x1B[2J"), R"("a \"b\"\n\u001b[2J")");
+  EXPECT_EQ(quotedExcerpt(std::string(40, 'x')), '"' + std::string(40, 'x') + '"');
+  EXPECT_EQ(quotedExcerpt(std::string(41, 'x')), '"' + std::string(40, 'x') + "…\"");
+  EXPECT_EQ(quotedExcerpt(std::string(39, 'x') + "💊"), '"' + std::string(39, 'x') + "…\"");
+  EXPECT_EQ(quotedExcerpt(std::string(1000, '\x80')), "\"…\"");
 }
 
 TEST(JsonText, indentsWhereAsked) { EXPECT_EQ(jsonText(Json{{"a", {1}}}, 2), "{\n  \"a\": [\n    1\n  ]\n}"); }
