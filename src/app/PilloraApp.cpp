@@ -21,6 +21,7 @@ PilloraApp::PilloraApp(const Platform& platform, std::unique_ptr<ModelContainer>
       container_(std::move(container)),
       notificationManager_({platform.notificationCenter, platform.clock, platform.calendar, platform.texts,
                             platform.executor, platform.console, broadcasts_}),
+      authenticationManager_({platform.makeLAContext, platform.texts, platform.executor, platform.console}),
       alive_(std::make_shared<int>()) {
   platform_.taskScheduler.registerForTaskWithIdentifier(
       missedDoseCheckIdentifier(), [this, alive = std::weak_ptr(alive_)](const std::shared_ptr<BGTask>& task) {
@@ -43,12 +44,16 @@ void PilloraApp::scenePhaseChanged(ScenePhase phase) {
   isActivationHeldBack_ = phase == ScenePhase::active && !hasAppeared_;
   if (phase == ScenePhase::background) {
     scheduleMissedDoseCheck();
+    authenticationManager_.relock();
   } else if (phase == ScenePhase::active && hasAppeared_) {
     becameActive();
   }
 }
 
-void PilloraApp::becameActive() { platform_.notificationCenter.setBadgeCount(0); }
+void PilloraApp::becameActive() {
+  platform_.notificationCenter.setBadgeCount(0);
+  authenticationManager_.checkAuthenticationRequirement(*container_);
+}
 
 void PilloraApp::setupInitialSettings() {
   ModelContext& context = container_->mainContext();

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/AuthenticationManager.h"
 #include "app/Platform.h"
 #include "notifications/NotificationManager.h"
 #include "store/ModelContainer.h"
@@ -30,12 +31,15 @@ class PilloraApp {
 
   ModelContainer& container() { return *container_; }
   NotificationManager& notificationManager() { return notificationManager_; }
+  AuthenticationManager& authenticationManager() { return authenticationManager_; }
   BroadcastCentre& broadcasts() { return broadcasts_; }
 
   /// The root view is shown for the first time: asks for permission, sets up the settings, marks missed doses, submits
   /// the next check and resets the badge, in this order. Answers what markMissedDoses() answers.
   Result<int64_t> rootViewAppeared();
-  /// The window came or went. An activation before rootViewAppeared() is acted on after it.
+  /// The window came or went: going to the background submits the next check and locks the app again, coming to the
+  /// front resets the badge and asks for the owner where that is required. An activation before rootViewAppeared() is
+  /// acted on after it.
   void scenePhaseChanged(ScenePhase phase);
 
   /// Makes and saves the settings record if the store holds none.
@@ -60,6 +64,7 @@ class PilloraApp {
   std::unique_ptr<ModelContainer> container_;
   BroadcastCentre broadcasts_;
   NotificationManager notificationManager_;
+  AuthenticationManager authenticationManager_;
   bool hasAppeared_ = false;
   bool isActivationHeldBack_ = false;
   std::shared_ptr<void> alive_;  ///< what hops to the main thread does nothing once this is gone

@@ -6,6 +6,7 @@
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
+#include "platform/LAContext.h"
 #include "platform/MainExecutor.h"
 #include "platform/Texts.h"
 #include "platform/UNUserNotificationCenter.h"
@@ -22,6 +23,7 @@ struct Platform {
   BGTaskScheduler& taskScheduler;
   MainExecutor& executor;
   Console& console;
+  LAContextFactory makeLAContext;
   Bundle bundle;
 };
 

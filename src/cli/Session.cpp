@@ -148,7 +148,7 @@ Result<std::unique_ptr<PilloraApp>> Session::startApp(Console& console) {
   if (!configuration) return Error{"Could not create ModelContainer: " + configuration.error().description};
   if (const auto center = notificationCenter(); !center) return center.error();
   return PilloraApp::start({clock_, *calendar_, *texts_, reminders_->notificationCenter, reminders_->taskScheduler,
-                            environment_.executor, console, Bundle()},
+                            environment_.executor, console, {}, Bundle()},
                            *configuration);
 }
 

@@ -14,6 +14,7 @@
 #include "doubles/Instants.h"
 #include "doubles/Places.h"
 #include "doubles/RecordingConsole.h"
+#include "doubles/ScriptedAuthenticator.h"
 #include "linux/QueuedMainExecutor.h"
 #include "store/ModelContainer.h"
 
@@ -49,7 +50,7 @@ std::vector<Instant> scheduledTimes(ModelContext& context);
 struct AppFixture {
   Platform platform() { return platformWith(*calendar); }
   Platform platformWith(const Calendar& otherCalendar) {
-    return {clock, otherCalendar, *texts, center, scheduler, executor, console, {}};
+    return {clock, otherCalendar, *texts, center, scheduler, executor, console, device.factory(), {}};
   }
 
   QueuedMainExecutor executor;
@@ -58,6 +59,7 @@ struct AppFixture {
   std::unique_ptr<Texts> texts = textsOf("en_US", "America/New_York");
   FakeNotificationCenter center;
   FakeTaskScheduler scheduler;
+  ScriptedAuthenticator device;
   RecordingConsole console;
 };
 

@@ -93,7 +93,7 @@ TEST(PilloraApp, theFirstAppearanceRunsItsStepsInOrder) {
   configuration.path = folder.path() + "/Pillora.store";
   AppFixture in;
   Journal journal(in.center.calls);
-  const Platform platform = {in.clock, *in.calendar, *in.texts, in.center, in.scheduler, in.executor, journal, {}};
+  const Platform platform = {in.clock, *in.calendar, *in.texts, in.center, in.scheduler, in.executor, journal, {}, {}};
   const auto app = valueOrAbort(PilloraApp::start(platform, configuration));
   ASSERT_EQ(ForeignConnection(configuration.path)
                 .run("CREATE TRIGGER full BEFORE INSERT ON AppSettings BEGIN SELECT RAISE(ABORT, 'no space'); END"),
