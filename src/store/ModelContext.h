@@ -18,6 +18,7 @@
 #include "model/Medicine.h"
 #include "platform/Clock.h"
 #include "platform/MainExecutor.h"
+#include "store/DoseHistory.h"
 #include "store/FetchDescriptor.h"
 #include "support/Result.h"
 
@@ -63,6 +64,9 @@ class ModelContext final : private RecordHost {
   /// The record with this identifier, or null when the store does not hold it.
   template <typename T>
   std::shared_ptr<T> find(const UUID& id);
+  /// The logs of all medicines, counted, and the latest of them. The cost hardly depends on how many there are: the
+  /// store keeps counts beside the logs.
+  Result<DoseHistory> doseHistory(const DoseHistoryQuery& query);
 
   /// Puts a new record into the store, together with the logs that a new medicine already has. A record that is in a
   /// store already stays as it is.
@@ -167,6 +171,10 @@ class ModelContext final : private RecordHost {
   auto reading(Work work) -> Result<decltype(work())>;
   std::shared_ptr<Record> recordOf(const Table& table, SQLite::Statement& row);
   std::vector<Instant> times(const std::string& sql, const UUID& medicine, Instant from, Instant to);
+  DoseCounts doseCounts(const DoseHistoryQuery& query);
+  std::vector<std::shared_ptr<DoseLog>> latestLogs(const DoseHistoryQuery& query);
+  std::vector<DoseHistory::Dose> dosesBehind(const std::vector<std::shared_ptr<DoseLog>>& latest,
+                                             const DoseHistoryQuery& query);
 
   std::unique_ptr<SQLite::Database> database_;
   std::unordered_map<std::string, std::unique_ptr<SQLite::Statement>> statements_;

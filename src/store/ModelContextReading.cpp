@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <SQLiteCpp/Savepoint.h>
 
 #include "store/ModelContext.h"
 #include "store/Table.h"
@@ -98,6 +99,18 @@ std::shared_ptr<T> ModelContext::find(const UUID& id) {
     return row->executeStep() ? std::static_pointer_cast<T>(recordOf(table, *row)) : nullptr;
   });
   return found ? *std::move(found) : nullptr;
+}
+
+Result<DoseHistory> ModelContext::doseHistory(const DoseHistoryQuery& query) {
+  return reading([&] {
+    SQLite::Savepoint moment(*database_, "history");
+    DoseHistory history;
+    history.counts = doseCounts(query);
+    history.latest = latestLogs(query);
+    history.rest = dosesBehind(history.latest, query);
+    moment.release();
+    return history;
+  });
 }
 
 template <typename T>
