@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "linux/Folders.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <pwd.h>
+#include <string_view>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+
+#include "linux/PosixFileManager.h"
 
 namespace pillora {
 
@@ -33,18 +37,22 @@ fs::path home() {
 fs::path baseDirectory(const char* variable, const char* belowHome) {
   if (auto folder = folderFrom(variable); !folder.empty()) return folder;
   const fs::path folder = home();
-  return folder.empty() ? fs::path() : folder / ".local" / belowHome;
+  return folder.empty() ? fs::path() : folder / belowHome;
+}
+
+std::optional<std::string> optionalText(const fs::path& path) {
+  return path.empty() ? std::nullopt : std::optional(path.string());
 }
 
 Error failed(const fs::path& folder, int error) {
-  return {"cannot make the folder " + folder.string() + ": " + std::generic_category().message(error)};
+  return {"The folder " + folder.string() + " cannot be made: " + std::generic_category().message(error)};
 }
 
-Result<void> makePrivateFolder(const fs::path& folder) {
+Result<void> makeFolder(const fs::path& folder) {
   std::error_code error;
   if (fs::is_directory(folder, error)) return {};
   if (folder.has_parent_path() && folder.parent_path() != folder) {
-    if (auto parent = makePrivateFolder(folder.parent_path()); !parent) return parent;
+    if (auto parent = makeFolder(folder.parent_path()); !parent) return parent;
   }
   if (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) {
     // Another process may have made it meanwhile; anything but a folder is in the way.
@@ -53,18 +61,53 @@ Result<void> makePrivateFolder(const fs::path& folder) {
   return failed(folder, errno);
 }
 
+/// What the last line `name="..."` of user-dirs.dirs says: a path in double quotes, absolute or beginning with $HOME,
+/// in which a backslash stands before what the shell would read otherwise. Empty for any other line.
+fs::path userDirectory(std::string_view lines, const std::string& name) {
+  fs::path found;
+  while (!lines.empty()) {
+    const std::string_view line = lines.substr(0, lines.find('\n'));
+    lines.remove_prefix(std::min(line.size() + 1, lines.size()));
+    if (!line.starts_with(name + "=\"")) continue;
+    std::string path;
+    for (size_t at = name.size() + 2; at < line.size() && line[at] != '"'; ++at) {
+      if (line[at] == '\\' && at + 1 < line.size()) ++at;
+      path += line[at];
+    }
+    constexpr std::string_view kHome = "$HOME";
+    if (path == kHome || path.starts_with("$HOME/")) path.replace(0, kHome.size(), home().string());
+    found = fs::path(path).is_absolute() ? path : "";
+  }
+  return found;
+}
+
 }  // namespace
 
+Result<void> makePrivateFolder(const std::string& path) { return makeFolder(path); }
+
+std::optional<std::string> homeFolder() { return optionalText(home()); }
+
+std::optional<std::string> configurationFolder() { return optionalText(baseDirectory("XDG_CONFIG_HOME", ".config")); }
+
+std::optional<std::string> documentsFolder() {
+  if (const auto configuration = configurationFolder()) {
+    if (const auto lines = readRegularFile(*configuration + "/user-dirs.dirs")) {
+      if (const auto folder = userDirectory(*lines, "XDG_DOCUMENTS_DIR"); !folder.empty()) return folder.string();
+    }
+  }
+  return optionalText(home().empty() ? fs::path() : home() / "Documents");
+}
+
 Result<std::string> groupContainer() {
-  const fs::path data = baseDirectory("XDG_DATA_HOME", "share");
+  const fs::path data = baseDirectory("XDG_DATA_HOME", ".local/share");
   if (data.empty()) return Error{"this user has no home folder"};
   const fs::path folder = data / kGroupContainer;
-  if (const auto made = makePrivateFolder(folder); !made) return made.error();
+  if (const auto made = makeFolder(folder); !made) return made.error();
   return folder.string();
 }
 
 Result<std::string> stateFolder() {
-  const fs::path state = baseDirectory("XDG_STATE_HOME", "state");
+  const fs::path state = baseDirectory("XDG_STATE_HOME", ".local/state");
   if (state.empty()) return Error{"this user has no home folder"};
   return (state / "pillora").string();
 }

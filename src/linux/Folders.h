@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "support/Result.h"
@@ -15,5 +16,18 @@ Result<std::string> groupContainer();
 /// The folder "pillora" in the user's state folder ($XDG_STATE_HOME, else ~/.local/state), where what is planned is
 /// kept. It is made by whoever writes there.
 Result<std::string> stateFolder();
+
+/// The user's home folder and configuration folder ($XDG_CONFIG_HOME, else ~/.config). Nothing when this user has no
+/// home folder.
+std::optional<std::string> homeFolder();
+std::optional<std::string> configurationFolder();
+
+/// The user's documents folder as the desktop has it in user-dirs.dirs of the configuration folder, else ~/Documents.
+/// It need not be there yet. Nothing when this user has no home folder.
+std::optional<std::string> documentsFolder();
+
+/// Makes a folder and what leads to it where missing, readable by their owner alone; a folder that is there stays as
+/// it is.
+Result<void> makePrivateFolder(const std::string& path);
 
 }  // namespace pillora

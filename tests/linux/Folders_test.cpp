@@ -3,41 +3,18 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <optional>
 #include <string>
 #include <sys/stat.h>
 
+#include "doubles/ScopedVariable.h"
 #include "doubles/TemporaryFolder.h"
 
 namespace pillora {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A variable of the environment while a test runs.
-class ScopedVariable {
- public:
-  ScopedVariable(std::string name, const std::string& value) : name_(std::move(name)) {
-    if (const char* before = std::getenv(name_.c_str())) before_ = before;
-    setenv(name_.c_str(), value.c_str(), 1);
-  }
-  ~ScopedVariable() {
-    if (before_) {
-      setenv(name_.c_str(), before_->c_str(), 1);
-    } else {
-      unsetenv(name_.c_str());
-    }
-  }
-  ScopedVariable(const ScopedVariable&) = delete;
-  ScopedVariable& operator=(const ScopedVariable&) = delete;
-
- private:
-  std::string name_;
-  std::optional<std::string> before_;
-};
 
 class Folders : public testing::Test {
  protected:
@@ -46,8 +23,14 @@ class Folders : public testing::Test {
     return stat(path.c_str(), &status) == 0 ? status.st_mode & 0777u : 0u;
   }
 
+  void writeUserDirs(const std::string& lines, const std::string& configuration = ".config") const {
+    fs::create_directories(folder_.file(configuration));
+    std::ofstream(folder_.file(configuration) + "/user-dirs.dirs") << lines;
+  }
+
   TemporaryFolder folder_;
   ScopedVariable home_{"HOME", folder_.path()};
+  ScopedVariable configuration_{"XDG_CONFIG_HOME", std::nullopt};
 };
 
 TEST_F(Folders, theGroupContainerLiesInTheDataHomeAndIsPrivate) {
@@ -86,6 +69,42 @@ TEST_F(Folders, whatIsInTheWayIsAnErrorThatNamesIt) {
   const auto container = groupContainer();
   ASSERT_FALSE(container);
   EXPECT_NE(container.error().description.find(file), std::string::npos);
+}
+
+TEST_F(Folders, documentsLieWhereTheDesktopHasThem) {
+  const struct {
+    const char* lines;
+    const char* folder;  ///< below the home folder, or absolute
+  } kCases[] = {
+      {"XDG_DOCUMENTS_DIR=\"$HOME/Dokumente\"\n", "Dokumente"},
+      {"# comment\nXDG_DESKTOP_DIR=\"$HOME/Desktop\"\nXDG_DOCUMENTS_DIR=\"$HOME/My \\\"papers\\\"\"", "My \"papers\""},
+      {"XDG_DOCUMENTS_DIR=\"/srv/documents\"\n", "/srv/documents"},
+      {"XDG_DOCUMENTS_DIR=\"$HOME/\"\n", ""},
+      {"XDG_DOCUMENTS_DIR=\"$HOME/One\"\nXDG_DOCUMENTS_DIR=\"$HOME/Two\"\n", "Two"},
+      {"XDG_DOCUMENTS_DIR=\"relative\"\n", "Documents"},
+      {"XDG_DOCUMENTS_DIR=\"$HOMEWARD/x\"\n", "Documents"},
+      {"XDG_DOCUMENTS_DIR=$HOME/Bare\n", "Documents"},
+      {"#XDG_DOCUMENTS_DIR=\"$HOME/Commented\"\n", "Documents"},
+      {"", "Documents"},
+  };
+  for (const auto& [lines, folder] : kCases) {
+    writeUserDirs(lines);
+    EXPECT_EQ(documentsFolder(), (fs::path(folder_.path()) / folder).string()) << lines;
+  }
+}
+
+TEST_F(Folders, documentsAreNamedByTheConfigurationFolderInUse) {
+  EXPECT_EQ(documentsFolder(), folder_.file("Documents")) << "no file at all";
+  writeUserDirs("XDG_DOCUMENTS_DIR=\"$HOME/Papers\"\n", "configuration");
+  const ScopedVariable configuration("XDG_CONFIG_HOME", folder_.file("configuration"));
+  EXPECT_EQ(documentsFolder(), folder_.file("Papers"));
+}
+
+TEST_F(Folders, aPrivateFolderIsMadeWithAllThatLeadsToIt) {
+  const std::string path = folder_.file("Documents/Backups");
+  ASSERT_TRUE(makePrivateFolder(path));
+  EXPECT_EQ(modeOf(path), 0700u);
+  EXPECT_TRUE(makePrivateFolder(path)) << "it is there already";
 }
 
 }  // namespace
