@@ -26,6 +26,21 @@ PickerRow pickerRow(std::string id, std::string label, std::string selected, std
   return {std::move(id), std::move(label), std::move(selected), std::move(text), std::move(options)};
 }
 
+std::optional<int64_t> stepped(const std::vector<FormSection>& sections, std::string_view row,
+                               std::optional<int64_t> (Stepper::*next)(int64_t) const) {
+  const auto* shown = rowNamed<StepperRow>(sections, row);
+  return shown == nullptr ? std::nullopt : (Stepper{shown->least, shown->most, shown->step}.*next)(shown->value);
+}
+
+bool hasOption(const std::vector<FormSection>& sections, std::string_view row, std::string_view option) {
+  const auto isMeant = [&](const auto& each) { return each.id == option; };
+  if (const auto* picker = rowNamed<PickerRow>(sections, row)) {
+    return std::any_of(picker->options.begin(), picker->options.end(), isMeant);
+  }
+  const auto* grid = rowNamed<GridRow>(sections, row);
+  return grid != nullptr && std::any_of(grid->cells.begin(), grid->cells.end(), isMeant);
+}
+
 Json toJson(const FormRow& row) {
   return std::visit(
       [](const auto& one) {

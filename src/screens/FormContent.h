@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
 #include <variant>
 #include <vector>
 
@@ -55,10 +56,12 @@ struct ToggleRow {
   static constexpr std::string_view kKind = "toggle";
   std::string id, label;
   bool isOn = false;
+  bool isLabelHidden = false;  ///< the label is there for screen readers alone
 
   static constexpr auto fields() {
     using Row = ToggleRow;
-    return std::tuple(field("id", &Row::id), field("label", &Row::label), field("isOn", &Row::isOn));
+    return std::tuple(field("id", &Row::id), field("label", &Row::label), field("isOn", &Row::isOn),
+                      field("isLabelHidden", &Row::isLabelHidden));
   }
 };
 
@@ -188,6 +191,38 @@ struct ValueRow {
   }
 };
 
+/// What a screen is about: a medicine's icon, name and dosage.
+struct HeaderRow {
+  static constexpr std::string_view kKind = "header";
+  std::string id;
+  std::string icon, color;
+  std::optional<std::string> name;  ///< large and bold; absent while a text field below stands in for it
+  std::string dosageText;
+
+  static constexpr auto fields() {
+    using Row = HeaderRow;
+    return std::tuple(field("id", &Row::id), field("icon", &Row::icon), field("color", &Row::color),
+                      field("name", &Row::name), field("dosageText", &Row::dosageText));
+  }
+};
+
+/// One dose that was recorded.
+struct DoseRow {
+  static constexpr std::string_view kKind = "dose";
+  std::string id;  ///< the log's
+  std::string symbol, color;
+  std::string dateText, timeText;
+  std::string status;      ///< raw value, the same in every language
+  std::string statusText;  ///< as shown
+
+  static constexpr auto fields() {
+    using Row = DoseRow;
+    return std::tuple(field("id", &Row::id), field("symbol", &Row::symbol), field("color", &Row::color),
+                      field("dateText", &Row::dateText), field("timeText", &Row::timeText),
+                      field("status", &Row::status), field("statusText", &Row::statusText));
+  }
+};
+
 struct ButtonRow {
   static constexpr std::string_view kKind = "button";
   std::string id, title;
@@ -214,7 +249,7 @@ struct LinkRow {
 };
 
 using FormRow = std::variant<TextFieldRow, ToggleRow, StepperRow, PickerRow, GridRow, DateRow, TimeRow, ValueRow,
-                             ButtonRow, LinkRow>;
+                             ButtonRow, LinkRow, HeaderRow, DoseRow>;
 
 /// The row's members after its "kind".
 Json toJson(const FormRow& row);
@@ -230,6 +265,36 @@ struct FormSection {
                       field("footer", &Section::footer));
   }
 };
+
+/// The row of this kind and id, or null when the sections hold none. It lies within the sections.
+template <typename Row>
+const Row* rowNamed(const std::vector<FormSection>& sections, std::string_view id) {
+  for (const FormSection& section : sections) {
+    for (const FormRow& each : section.rows) {
+      if (const auto* row = std::get_if<Row>(&each); row != nullptr && row->id == id) return row;
+    }
+  }
+  return nullptr;
+}
+
+/// The value that a stepper on show has after plus (`&Stepper::above`) or minus (`&Stepper::below`); nothing where the
+/// step is not taken or there is no such row.
+std::optional<int64_t> stepped(const std::vector<FormSection>& sections, std::string_view row,
+                               std::optional<int64_t> (Stepper::*next)(int64_t) const);
+/// Whether a picker or a grid on show has this option.
+bool hasOption(const std::vector<FormSection>& sections, std::string_view row, std::string_view option);
+
+/// The described member of type V with this name, or null: where a row named after it writes.
+template <typename V, Described T>
+V* fieldNamed(T& object, std::string_view name) {
+  V* found = nullptr;
+  forEachField<T>([&](std::string_view each, auto member) {
+    if constexpr (std::is_same_v<decltype(member), V T::*>) {
+      if (each == name) found = &(object.*member);
+    }
+  });
+  return found;
+}
 
 /// An entry of a toolbar button's menu.
 struct MenuItem {

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "model/ReminderInterval.h"
+#include "platform/Texts.h"
 #include "screens/FormContent.h"
 
 namespace pillora {
@@ -64,8 +65,25 @@ constexpr bool isOffered(const std::array<std::string_view, N>& choices, std::st
 /// not empty then.
 std::string trimmedName(std::string_view name);
 
-/// The schedule that the form opens with: daily at 09:00, and what the other kinds begin with. Should the calendar
-/// know no 09:00, the times are that of `now`.
+/// The 09:00 that the form opens with, as an instant; `now` should the calendar know no 09:00.
+Instant initialTime(Instant now, const Calendar& calendar);
+
+/// The schedule that the form opens with: daily at the initial time, and what the other kinds begin with.
 ReminderInterval initialInterval(Instant now, const Calendar& calendar);
+
+/// The minutes of a custom interval. A sum beyond 64 bits ends the program: no control and no option gives such parts.
+int64_t customIntervalMinutes(int64_t hours, int64_t minutes);
+
+// The controls that the form and the details share. `id` is the field that the control edits.
+
+/// "clock" for hourly and so on.
+std::string intervalSymbol(ReminderIntervalType type);
+/// "Hourly"
+std::string intervalTypeText(ReminderIntervalType type, const Texts& texts);
+PickerRow unitPicker(std::string id, std::string unit, const Texts& texts);
+/// The ten colours; none is selected when `color` is not among them.
+GridRow colorGrid(std::string id, std::string_view color, const Texts& texts);
+/// The icons; the selected one in `color`, the others grey.
+GridRow iconGrid(std::string id, std::string_view icon, std::string_view color, const Texts& texts);
 
 }  // namespace pillora

@@ -3,28 +3,17 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "screens/DoseTexts.h"
+#include "screens/MedicineEditing.h"
+#include "screens/MedicineForm.h"
 
 namespace pillora {
 
 namespace {
 
-std::string intervalSymbol(ReminderIntervalType type) {
-  switch (type) {
-    case ReminderIntervalType::hourly:
-      return "clock";
-    case ReminderIntervalType::daily:
-      return "sun.max";
-    case ReminderIntervalType::weekly:
-      return "calendar.badge.clock";
-    case ReminderIntervalType::monthly:
-      return "calendar";
-    case ReminderIntervalType::custom:
-      return "slider.horizontal.3";
-  }
-  return {};
-}
+constexpr std::string_view kActive = "active", kInactive = "inactive";
 
 }  // namespace
 
@@ -44,14 +33,29 @@ MedicineListContent MedicineListView::content() const {
     return content;
   }
   const Instant now = environment_.clock.now();
-  MedicineSection active{texts.text("Active"), {}}, inactive{texts.text("Inactive"), {}};
-  for (const auto& medicine : shown()) {
-    (medicine->isActive() ? active : inactive).rows.push_back(row(*medicine, now));
-  }
-  for (MedicineSection* section : {&active, &inactive}) {
-    if (!section->rows.empty()) content.sections.push_back(std::move(*section));
+  const Medicines found = shown();
+  for (const auto& [id, title] : {std::pair(kActive, "Active"), std::pair(kInactive, "Inactive")}) {
+    MedicineSection section{std::string(id), texts.text(title), {}};
+    for (const auto& medicine : inSection(id, found)) section.rows.push_back(row(*medicine, now));
+    if (!section.rows.empty()) content.sections.push_back(std::move(section));
   }
   return content;
+}
+
+Medicines MedicineListView::inSection(std::string_view section, const Medicines& medicines) {
+  Medicines listed;
+  std::copy_if(medicines.begin(), medicines.end(), std::back_inserter(listed),
+               [&](const auto& medicine) { return section == (medicine->isActive() ? kActive : kInactive); });
+  return listed;
+}
+
+void MedicineListView::deleteRows(std::string_view section, const std::vector<UUID>& rows) {
+  const Medicines listed = inSection(section, shown());
+  for (const UUID& id : rows) {
+    const auto medicine =
+        std::find_if(listed.begin(), listed.end(), [&](const auto& each) { return each->id() == id; });
+    if (medicine != listed.end() && !(*medicine)->isDeleted()) deleteMedicine(environment_, *medicine);
+  }
 }
 
 Medicines MedicineListView::shown() const {
@@ -77,6 +81,7 @@ MedicineRowView MedicineListView::row(const Medicine& medicine, Instant now) con
   row.intervalSymbol = intervalSymbol(medicine.interval().type);
   row.nextDose = medicine.nextDoseTime(now, calendar);
   if (row.nextDose) row.nextDoseText = texts.relative(*row.nextDose, now);
+  row.chevron = "chevron.right";
   return row;
 }
 

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -25,22 +26,26 @@ struct MedicineRowView {
   std::string intervalSymbol;
   std::optional<Instant> nextDose;
   std::optional<std::string> nextDoseText;  ///< "in 2 hr."
+  std::string chevron;                      ///< symbol that says that the row opens something
 
   static constexpr auto fields() {
     using Row = MedicineRowView;
     return std::tuple(field("id", &Row::id), field("name", &Row::name), field("dosageText", &Row::dosageText),
                       field("icon", &Row::icon), field("color", &Row::color), field("isActive", &Row::isActive),
                       field("inactiveBadge", &Row::inactiveBadge), field("intervalSymbol", &Row::intervalSymbol),
-                      field("nextDose", &Row::nextDose), field("nextDoseText", &Row::nextDoseText));
+                      field("nextDose", &Row::nextDose), field("nextDoseText", &Row::nextDoseText),
+                      field("chevron", &Row::chevron));
   }
 };
 
 struct MedicineSection {
+  std::string id;  ///< "active", "inactive"
   std::string title;
   std::vector<MedicineRowView> rows;
 
   static constexpr auto fields() {
-    return std::tuple(field("title", &MedicineSection::title), field("rows", &MedicineSection::rows));
+    return std::tuple(field("id", &MedicineSection::id), field("title", &MedicineSection::title),
+                      field("rows", &MedicineSection::rows));
   }
 };
 
@@ -67,10 +72,19 @@ class MedicineListView {
 
   MedicineListContent content() const;
 
-  std::string searchText;  ///< only names that contain it are shown; blanks count
+  /// Cancels the reminders of each of these medicines and deletes it, in this order, without asking. Only rows that
+  /// the section shows now count: one that was deleted, filtered away or switched to the other section since the list
+  /// was drawn is left alone. Saving is left to the context.
+  void deleteRows(std::string_view section, const std::vector<UUID>& rows);
+
+  std::string searchText;                ///< only names that contain it are shown; blanks count
+  bool showingAddMedicine = false;       ///< the add-medicine form is up
+  std::optional<UUID> selectedMedicine;  ///< whose details are open
 
  private:
   Medicines shown() const;
+  /// Those of `medicines` that the section lists.
+  static Medicines inSection(std::string_view section, const Medicines& medicines);
   MedicineRowView row(const Medicine& medicine, Instant now) const;
 
   ScreenEnvironment environment_;
