@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "house/HouseRules.h"
+#include "house/SymbolRules.h"
 
 namespace pillora::house {
 namespace {
@@ -19,8 +20,9 @@ std::string listed(const std::vector<std::string>& findings) {
 }
 
 TEST(House, theCheckoutIsReadWhole) {
-  for (const char* path : {"CMakeLists.txt", "README.md", "run", "test", ".ci/run", "src/support/Instant.cpp",
-                           "src/cli/main.cpp", "tests/house/House_test.cpp", "docs/architecture.md"}) {
+  for (const char* path :
+       {"CMakeLists.txt", "README.md", "run", "test", ".ci/run", "src/support/Instant.cpp", "src/cli/main.cpp",
+        "tests/house/House_test.cpp", "docs/architecture.md", "assets/symbols/pills.svg"}) {
     EXPECT_TRUE(checkout().contains(path)) << path;
   }
   EXPECT_FALSE(checkout().contains(".git"));
@@ -37,6 +39,8 @@ TEST(House, sourcesAreListedByName) { EXPECT_EQ(listed(globbing(checkout())), ""
 TEST(House, noFileIsTooLong) { EXPECT_EQ(listed(longFiles(checkout())), ""); }
 TEST(House, documentsNameWhatIsThere) { EXPECT_EQ(listed(missingDocumentPaths(checkout())), ""); }
 TEST(House, nothingIsLeftUnfinished) { EXPECT_EQ(listed(forbiddenWords(checkout())), ""); }
+TEST(House, everySymbolHasItsFile) { EXPECT_EQ(listed(missingSymbols(checkout())), ""); }
+TEST(House, symbolsAreDrawnPlainly) { EXPECT_EQ(listed(unfitSymbols(checkout())), ""); }
 
 }  // namespace
 }  // namespace pillora::house

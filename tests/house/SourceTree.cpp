@@ -11,8 +11,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array<std::string_view, 11> kTextExtensions = {"cpp", "h",    "qml", "cmake", "txt", "md",
-                                                              "sh",  "json", "yml", "in",    "toml"};
+constexpr std::array<std::string_view, 12> kTextExtensions = {"cpp", "h",    "qml", "cmake", "txt",  "md",
+                                                              "sh",  "json", "yml", "in",    "toml", "svg"};
 
 bool isText(std::string_view path) {
   const std::string_view extension = extensionOf(path);
