@@ -48,6 +48,7 @@ void NotificationManager::requestAuthorization() {
       un_options::kAlert | un_options::kBadge | un_options::kSound,
       onMainThread(Answer([this](bool granted, const std::optional<Error>& error) {
         isAuthorized_ = granted;
+        authorizationError_ = error;
         if (error) environment_.console.print("Notification authorization error: " + error->description);
         observers_.notify();
       })));

@@ -55,6 +55,8 @@ class NotificationManager final : public UNUserNotificationCenterDelegate {
   bool isAuthorized() const { return isAuthorized_; }
   bool criticalAlertsAuthorized() const { return criticalAlertsAuthorized_; }
   const std::vector<UNNotificationRequest>& pendingNotifications() const { return pendingNotifications_; }
+  /// What came with the last answer to requestAuthorization(), if anything was wrong.
+  const std::optional<Error>& authorizationError() const { return authorizationError_; }
   /// Calls `observer` after each change of the published state until the returned handle is gone.
   [[nodiscard]] std::shared_ptr<void> observe(std::function<void()> observer);
 
@@ -89,6 +91,7 @@ class NotificationManager final : public UNUserNotificationCenterDelegate {
   NotificationEnvironment environment_;
   bool isAuthorized_ = false;
   bool criticalAlertsAuthorized_ = false;
+  std::optional<Error> authorizationError_;
   std::vector<UNNotificationRequest> pendingNotifications_;  ///< published, filled by nobody
   Observers<> observers_;
   std::vector<std::shared_ptr<Identifiers>> openCancels_;  ///< of each what was planned since it was issued
