@@ -44,6 +44,8 @@ std::vector<std::smatch> matches(const std::string& text, const std::regex& patt
   return {std::sregex_iterator(text.begin(), text.end(), pattern), std::sregex_iterator()};
 }
 
+std::string symbolPath(const std::string& name) { return std::string(kFolder).append("/").append(name).append(".svg"); }
+
 bool isSymbol(const SourceFile& file) { return folderOf(file.path) == kFolder && extensionOf(file.path) == "svg"; }
 
 bool namesSymbols(const SourceFile& file) {
@@ -99,7 +101,7 @@ std::optional<std::string> unfitLine(const std::string& line) {
   if (!elementTable().contains(element)) return "no " + element + " here";
   const std::string attributes = parts[1].matched ? parts.str(2) : parts.str(5);
   for (const std::smatch& match : matches(attributes, attribute)) {
-    if (const auto unfit = unfitAttribute(element, match.str(1), match.str(2))) return unfit;
+    if (auto unfit = unfitAttribute(element, match.str(1), match.str(2))) return unfit;
   }
   return std::nullopt;
 }
@@ -119,7 +121,7 @@ Findings missingSymbols(const SourceTree& tree) {
     for (size_t line = 0; line < file.lines.size(); ++line) {
       isTable = isTable || file.lines[line].find("kIconNames = {") != std::string::npos;
       for (const std::string& name : symbolsNamedIn(file.lines[line], isTable)) {
-        if (!tree.contains(kFolder + "/" + name + ".svg")) findings.push_back(finding(file, line, "no symbol " + name));
+        if (!tree.contains(symbolPath(name))) findings.push_back(finding(file, line, "no symbol " + name));
       }
       isTable = isTable && !endsTable(file.lines[line]);
     }
