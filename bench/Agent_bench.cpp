@@ -44,7 +44,7 @@ class Agent {
 
   void start() {
     client.reset();
-    process_ = ChildProcess({PILLORA_AGENT}, {"XDG_STATE_HOME=" + folder_.path()});
+    process_ = StartedProgram({PILLORA_AGENT}, {"XDG_STATE_HOME=" + folder_.path()});
     const auto owned = [this] { return PrivateBus::isOwned(own_.get(), kAgentName); };
     if (!PrivateBus::pumpUntil({own_.get()}, owned)) std::abort();
     auto connected = AgentClient::connect(executor_, {});
@@ -98,7 +98,7 @@ class Agent {
   PrivateBus bus_;
   BusHandle own_ = bus_.connect();
   QueuedMainExecutor executor_;
-  ChildProcess process_;
+  StartedProgram process_;
 };
 
 Agent& agent() {

@@ -2,8 +2,14 @@
 #include "agent/AgentClient.h"
 
 #include <algorithm>
+#include <array>
 #include <poll.h>
+#include <string_view>
+#include <sys/mman.h>
+#include <sys/wait.h>
 #include <thread>
+#include <type_traits>
+#include <unistd.h>
 #include <utility>
 
 #include "agent/AsyncCall.h"
@@ -18,10 +24,23 @@ namespace {
 
 using std::chrono::steady_clock;
 
+/// Permission and settings may have to wait for a notification server that the agent has the bus start.
+constexpr std::chrono::seconds kServerPatience{30};
+
 /// How long an agent that could not be reached is left alone, so that a window does not stand still at every change.
 constexpr std::chrono::seconds kLeaveAlone{30};
 
 constexpr const char* kUnreachable = "the reminder agent cannot be reached";
+constexpr const char* kNoSense = "the reminder agent gave no sense";
+
+/// The first line of what a program said, or that it cannot be reached.
+std::string said(int speech) {
+  std::array<char, 500> buffer{};
+  const ssize_t size = pread(speech, buffer.data(), buffer.size(), 0);
+  const std::string_view text(buffer.data(), size > 0 ? static_cast<size_t>(size) : 0);
+  const std::string_view line = text.substr(0, text.find('\n'));
+  return line.empty() ? kUnreachable : std::string(line);
+}
 
 std::optional<Error> soundness(const UNNotificationRequest& request) {
   if (!isRealMinute(request.trigger.wallTime)) return Error{"the request's trigger names no date"};
@@ -33,7 +52,7 @@ std::optional<Error> soundness(const UNNotificationRequest& request) {
 
 Result<std::unique_ptr<AgentClient>> AgentClient::connect(MainExecutor& executor, const Options& options) {
   sd_bus* session = nullptr;
-  if (const int opened = sd_bus_open_user(&session); opened < 0) return busError("no session bus", opened);
+  if (sd_bus_open_user(&session) < 0) return std::unique_ptr<AgentClient>();
   BusHandle bus(session);
   std::unique_ptr<AgentClient> client(new AgentClient(executor, options, std::move(bus)));
   if (const auto found = client->findAgent(); !found) return found.error();
@@ -46,7 +65,7 @@ AgentClient::AgentClient(MainExecutor& executor, const Options& options, BusHand
       endpoint_(bus_.get()),
       queue_(executor, [this](const TurnQueue::Batch& batch) { send(batch); }) {}
 
-AgentClient::~AgentClient() { finish(); }
+AgentClient::~AgentClient() { static_cast<void>(finish()); }
 
 Result<void> AgentClient::becomeApp(AppHooks hooks) { return endpoint_.start(std::move(hooks)); }
 
@@ -57,13 +76,14 @@ void AgentClient::process() {
   }
 }
 
-void AgentClient::finish() {
+Result<void> AgentClient::finish() {
   queue_.flush();
-  const auto deadline = steady_clock::now() + options_.patience;
   for (process(); owed_ > 0; process()) {
-    const auto left = std::chrono::duration_cast<std::chrono::microseconds>(deadline - steady_clock::now());
-    if (left.count() <= 0 || sd_bus_wait(bus_.get(), static_cast<uint64_t>(left.count())) < 0) return;
+    const auto left = std::chrono::duration_cast<std::chrono::microseconds>(lastAnswerBy_ - steady_clock::now());
+    if (left.count() <= 0 || sd_bus_wait(bus_.get(), static_cast<uint64_t>(left.count())) < 0) break;
   }
+  if (owed_ > 0) queue_.fail(Error{kUnreachable});
+  return queue_.takeFailure();
 }
 
 Result<bool> AgentClient::agentRuns() {
@@ -94,12 +114,23 @@ Result<void> AgentClient::findAgent() {
 
 Result<void> AgentClient::spawnAgent() {
   if (options_.agentProgram.empty()) return Error{kUnreachable};
-  if (const auto started = spawn({options_.agentProgram}); !started) return started.error();
+  // What it says goes where nobody waits for its end, and can be read when it fails at once.
+  const int speech = memfd_create("pillora-agent", MFD_CLOEXEC);
+  const auto started = spawn({options_.agentProgram}, speech);
+  const auto found = started ? awaitAgent(*started, speech) : Result<void>(started.error());
+  if (speech >= 0) close(speech);
+  return found;
+}
+
+Result<void> AgentClient::awaitAgent(pid_t process, int speech) {
   const auto deadline = steady_clock::now() + options_.patience;
   while (steady_clock::now() < deadline) {
+    const bool hasEnded = waitpid(process, nullptr, WNOHANG) == process;
+    // One that ended because another was quicker is no failure.
     const auto runs = agentRuns();
     if (!runs) return runs.error();
     if (*runs) return {};
+    if (hasEnded) return Error{said(speech)};
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   return Error{kUnreachable};
@@ -123,16 +154,28 @@ Result<MessageHandle> AgentClient::callAndWait(sd_bus_message* call) {
   return kept;
 }
 
-Result<MessageHandle> AgentClient::call(const char* member) {
-  queue_.flush();
-  if (const auto found = findAgent(); !found) return found.error();
-  return callAndWait(newCall(member).get());
+/// Waits for the answer and reads it; nothing when there is none that makes sense.
+template <typename Read>
+auto AgentClient::ask(const char* member, Read read) {
+  using Answer = std::invoke_result_t<Read, WireReader&>;
+  const auto answer = [&]() -> Result<Answer> {
+    queue_.flush();
+    if (const auto found = findAgent(); !found) return found.error();
+    const auto reply = callAndWait(newCall(member).get());
+    if (!reply) return reply.error();
+    WireReader reader(reply->get());
+    auto found = read(reader);
+    return reader.status() < 0 ? Result<Answer>(Error{kNoSense}) : Result<Answer>(std::move(found));
+  };
+  return queue_.foundOrNone(answer());
 }
 
 /// Calls `answered` once with the reply, or with the error that took its place.
 template <typename Answered>
-void AgentClient::callLater(const MessageHandle& call, Answered answered) {
+void AgentClient::callLater(const MessageHandle& call, std::chrono::milliseconds patience, Answered answered) {
   ++owed_;
+  // A little more than the call's own time, which ends in an error for an answer.
+  lastAnswerBy_ = std::max(lastAnswerBy_, steady_clock::now() + patience + std::chrono::seconds(1));
   const auto got = [this, alive = std::weak_ptr(alive_), answered](sd_bus_message* reply) {
     if (alive.expired()) return;
     --owed_;
@@ -140,7 +183,7 @@ void AgentClient::callLater(const MessageHandle& call, Answered answered) {
     failure ? answered(nullptr, *failure) : answered(reply, Error{});
   };
   if (!findAgent()) return got(nullptr);
-  callAsync(bus_.get(), call.get(), options_.patience, got);
+  callAsync(bus_.get(), call.get(), patience, got);
 }
 
 void AgentClient::send(const TurnQueue::Batch& batch) {
@@ -148,19 +191,20 @@ void AgentClient::send(const TurnQueue::Batch& batch) {
   WireWriter writer(call.get());
   writer.operations(batch.operations);
   if (writer.status() < 0) {
-    return batch.complete(OperationErrors(batch.operations.size(), busError("unsendable request", writer.status())));
+    const Error unsendable = busError("unsendable request", writer.status());
+    return queue_.complete(batch, OperationErrors(batch.operations.size(), unsendable));
   }
-  callLater(call, [batch](sd_bus_message* reply, const Error& failure) {
+  callLater(call, options_.patience, [this, batch](sd_bus_message* reply, const Error& failure) {
     const size_t count = batch.operations.size();
-    if (reply == nullptr) return batch.complete(OperationErrors(count, failure));
+    if (reply == nullptr) return queue_.complete(batch, OperationErrors(count, failure));
     WireReader reader(reply);
     const auto texts = reader.texts();
     if (reader.status() < 0 || texts.size() != count) {
-      return batch.complete(OperationErrors(count, Error{"the reminder agent gave no sense"}));
+      return queue_.complete(batch, OperationErrors(count, Error{kNoSense}));
     }
     OperationErrors errors;
     for (const std::string& text : texts) errors.push_back(text.empty() ? std::nullopt : std::optional(Error{text}));
-    batch.complete(errors);
+    queue_.complete(batch, errors);
   });
 }
 
@@ -168,7 +212,7 @@ void AgentClient::requestAuthorization(unsigned options, std::function<void(bool
   queue_.flush();
   const MessageHandle call = newCall("RequestAuthorization");
   WireWriter(call.get()).word(options);
-  callLater(call, [completion = std::move(completion)](sd_bus_message* reply, const Error& failure) {
+  callLater(call, kServerPatience, [completion = std::move(completion)](sd_bus_message* reply, const Error& failure) {
     if (reply == nullptr) return completion(false, failure);
     WireReader reader(reply);
     const bool granted = reader.flag();
@@ -179,25 +223,27 @@ void AgentClient::requestAuthorization(unsigned options, std::function<void(bool
 
 void AgentClient::getNotificationSettings(std::function<void(UNNotificationSettings)> completion) {
   queue_.flush();
-  callLater(newCall("GetSettings"), [completion = std::move(completion)](sd_bus_message* reply, const Error&) {
+  const auto answered = [completion = std::move(completion)](sd_bus_message* reply, const Error&) {
     UNNotificationSettings settings;
     if (reply == nullptr) return completion(settings);
     WireReader reader(reply);
     const uint32_t status = reader.word();
     const auto last = static_cast<uint32_t>(UNAuthorizationStatus::ephemeral);
-    if (reader.status() >= 0 && status <= last)
+    if (reader.status() >= 0 && status <= last) {
       settings.authorizationStatus = static_cast<UNAuthorizationStatus>(status);
+    }
     completion(settings);
-  });
+  };
+  callLater(newCall("GetSettings"), kServerPatience, answered);
 }
 
 void AgentClient::setNotificationCategories(std::vector<UNNotificationCategory> categories) {
-  if (storedText(categories)) queue_.push(SetCategories{std::move(categories)});
+  const auto text = storedText(categories);
+  text ? queue_.push(SetCategories{std::move(categories)}) : queue_.fail(text.error());
 }
 
 void AgentClient::getNotificationCategories(std::function<void(std::vector<UNNotificationCategory>)> completion) {
-  const auto reply = call("GetCategories");
-  completion(reply ? WireReader(reply->get()).categories() : std::vector<UNNotificationCategory>());
+  completion(ask("GetCategories", [](WireReader& reader) { return reader.categories(); }));
 }
 
 void AgentClient::add(UNNotificationRequest request, std::function<void(std::optional<Error>)> completion) {
@@ -207,13 +253,11 @@ void AgentClient::add(UNNotificationRequest request, std::function<void(std::opt
 }
 
 void AgentClient::getPendingNotificationRequests(std::function<void(std::vector<UNNotificationRequest>)> completion) {
-  const auto reply = call("GetPendingRequests");
-  completion(reply ? WireReader(reply->get()).requests() : std::vector<UNNotificationRequest>());
+  completion(ask("GetPendingRequests", [](WireReader& reader) { return reader.requests(); }));
 }
 
 void AgentClient::getPendingNotificationRequestIdentifiers(std::function<void(std::vector<std::string>)> completion) {
-  const auto reply = call("GetPendingIdentifiers");
-  completion(reply ? WireReader(reply->get()).texts() : std::vector<std::string>());
+  completion(ask("GetPendingIdentifiers", [](WireReader& reader) { return reader.texts(); }));
 }
 
 void AgentClient::removePendingNotificationRequests(std::vector<std::string> identifiers) {
@@ -227,12 +271,8 @@ void AgentClient::getBadgeCount(std::function<void(int64_t)> completion) {
   int64_t count = 0;
   const int got =
       sd_bus_get_property_trivial(bus_.get(), kAgentName, kAgentPath, kAgentInterface, "Badge", nullptr, 'x', &count);
+  if (got < 0) queue_.fail(busError(kUnreachable, got));
   completion(got < 0 ? 0 : count);
-}
-
-void AgentClient::registerForTaskWithIdentifier(const std::string& identifier,
-                                                std::function<void(std::shared_ptr<BGTask>)> launchHandler) {
-  handlers_.registerHandler(identifier, std::move(launchHandler));
 }
 
 /// Waited for, since its caller says at once whether it succeeded.
@@ -246,14 +286,9 @@ Result<void> AgentClient::submit(BGProcessingTaskRequest request) {
   const auto reply = callAndWait(call.get());
   if (!reply) return reply.error();
   const auto errors = WireReader(reply->get()).texts();
-  if (errors.size() != 1) return Error{"the reminder agent gave no sense"};
+  if (errors.size() != 1) return Error{kNoSense};
   if (!errors.front().empty()) return Error{errors.front()};
   return {};
-}
-
-std::shared_ptr<RunningTask> AgentClient::launchTask(const std::string& identifier,
-                                                     std::function<void(bool)> completed) {
-  return handlers_.launch(identifier, std::move(completed));
 }
 
 }  // namespace pillora

@@ -5,11 +5,11 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <sys/types.h>
 #include <vector>
 
 #include "agent/AppEndpoint.h"
 #include "agent/Bus.h"
-#include "agent/TaskHandlers.h"
 #include "agent/TurnQueue.h"
 #include "platform/BGTaskScheduler.h"
 #include "platform/MainExecutor.h"
@@ -30,7 +30,8 @@ class AgentClient final : public UNUserNotificationCenter, public BGTaskSchedule
     std::chrono::milliseconds patience = std::chrono::seconds(5);  ///< for each call
   };
 
-  /// An error when there is no session bus or no agent can be reached; then the in-process centre takes its place.
+  /// Null when there is no session bus; then the in-process centre takes the agent's place. An error when there is one
+  /// and no agent can be reached.
   static Result<std::unique_ptr<AgentClient>> connect(MainExecutor& executor, const Options& options);
   ~AgentClient() override;
 
@@ -45,8 +46,10 @@ class AgentClient final : public UNUserNotificationCenter, public BGTaskSchedule
   void process();
   /// Whether answers are still to come.
   bool isAwaiting() const { return owed_ > 0; }
-  /// Sends what is queued and waits for all answers that are owed, for programs that end; at most `patience` long.
-  void finish();
+  /// Sends what is queued and waits for all answers that are owed, for programs that end. The error is the first since
+  /// the last call that no completion told: a change that was refused or is not known to be stored, a listing that
+  /// came empty because the agent was gone.
+  Result<void> finish();
 
   void setDelegate(UNUserNotificationCenterDelegate* delegate) override { endpoint_.setDelegate(delegate); }
   void requestAuthorization(unsigned options,
@@ -61,11 +64,9 @@ class AgentClient final : public UNUserNotificationCenter, public BGTaskSchedule
   void setBadgeCount(int64_t count) override;
   void getBadgeCount(std::function<void(int64_t)> completion) override;
 
-  void registerForTaskWithIdentifier(const std::string& identifier,
-                                     std::function<void(std::shared_ptr<BGTask>)> launchHandler) override;
+  /// Deliberate: does nothing. The agent runs `pilloractl run-task`, which has its handler at hand.
+  void registerForTaskWithIdentifier(const std::string&, std::function<void(std::shared_ptr<BGTask>)>) override {}
   Result<void> submit(BGProcessingTaskRequest request) override;
-  /// Runs the registered handler now, for the run that the agent started; see TaskHandlers::launch.
-  std::shared_ptr<RunningTask> launchTask(const std::string& identifier, std::function<void(bool)> completed);
 
  private:
   AgentClient(MainExecutor& executor, const Options& options, BusHandle bus);
@@ -73,18 +74,20 @@ class AgentClient final : public UNUserNotificationCenter, public BGTaskSchedule
   Result<void> findAgent();
   Result<bool> agentRuns();
   Result<void> spawnAgent();
+  Result<void> awaitAgent(pid_t process, int speech);
   MessageHandle newCall(const char* member) const;
-  Result<MessageHandle> call(const char* member);
+  template <typename Read>
+  auto ask(const char* member, Read read);
   Result<MessageHandle> callAndWait(sd_bus_message* call);
   template <typename Answered>
-  void callLater(const MessageHandle& call, Answered answered);
+  void callLater(const MessageHandle& call, std::chrono::milliseconds patience, Answered answered);
   void send(const TurnQueue::Batch& batch);
 
   Options options_;
   BusHandle bus_;
   AppEndpoint endpoint_;
-  TaskHandlers handlers_;
-  int owed_ = 0;  ///< answers that have not come
+  int owed_ = 0;                                        ///< answers that have not come
+  std::chrono::steady_clock::time_point lastAnswerBy_;  ///< when the last of them has come, if only as an error
   std::optional<std::chrono::steady_clock::time_point> missingSince_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
   TurnQueue queue_;

@@ -6,7 +6,6 @@
 #include "agent/Guarded.h"
 #include "agent/ReminderFile.h"
 #include "agent/RequestJson.h"
-#include "agent/RequestState.h"
 
 namespace pillora {
 
@@ -14,8 +13,6 @@ namespace {
 
 constexpr int64_t kMostRequests = 100'000;
 constexpr size_t kLongestIdentifier = 1024;
-
-int64_t wholeSeconds(Instant instant) { return floorDiv(instant.microseconds(), 1'000'000); }
 
 Error notStored(const Error& error) { return Error{"the request cannot be kept: " + error.description}; }
 

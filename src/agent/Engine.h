@@ -9,6 +9,7 @@
 
 #include "agent/Operation.h"
 #include "agent/Presenter.h"
+#include "agent/RequestState.h"
 #include "agent/TaskLauncher.h"
 #include "agent/ZoneRules.h"
 #include "platform/Clock.h"
@@ -87,6 +88,8 @@ class Engine {
     Delivery delivery;
   };
 
+  static int64_t wholeSeconds(Instant instant) { return floorDiv(instant.microseconds(), 1'000'000); }
+
   Engine(std::unique_ptr<ReminderFile> file, const Clock& clock, ZoneRules& zone, Presenter& presenter,
          TaskLauncher& launcher);
 
@@ -98,6 +101,9 @@ class Engine {
 
   std::vector<Due> dueRequests();
   std::vector<Begun> beginDelivery(const std::vector<Due>& due, Advanced& advanced);
+  std::string contentOf(int64_t serial);
+  void setState(int64_t serial, RequestState state);
+  void dropRequest(int64_t serial);
   uint32_t bubbleFor(const std::string& dose, const std::string& content);
   uint32_t freshBubble();
   void present(const Begun& begun);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
-#include <unordered_map>
 #include <unordered_set>
 
 #include "agent/Engine.h"
@@ -8,7 +7,6 @@
 #include "agent/Identifiers.h"
 #include "agent/ReminderFile.h"
 #include "agent/RequestJson.h"
-#include "agent/RequestState.h"
 
 namespace pillora {
 
@@ -19,8 +17,6 @@ constexpr int64_t kBubblesKeptFor = 7 * 86'400;
 /// Our own bubble numbers begin far above those that a server counts up from 1.
 constexpr int64_t kFirstBubble = 0x5000'0000;
 constexpr int64_t kLastBubble = 0x7FFF'FFFF;
-
-int64_t wholeSeconds(Instant instant) { return floorDiv(instant.microseconds(), 1'000'000); }
 
 }  // namespace
 
@@ -73,47 +69,60 @@ std::vector<Engine::Due> Engine::dueRequests() {
   return due;
 }
 
+/// From the newest to the oldest, so that one that is damaged neither folds away those before it nor keeps them back.
 std::vector<Engine::Begun> Engine::beginDelivery(const std::vector<Due>& due, Advanced& advanced) {
-  std::unordered_map<std::string_view, const Due*> newest;
-  for (const Due& each : due) newest[medicineOf(each.identifier)] = &each;
-
+  std::unordered_set<std::string_view> shown;  // medicines
   std::vector<Begun> begun;
   SQLite::Transaction transaction(database_);
-  SQLite::Statement drop(database_, "DELETE FROM requests WHERE serial=?");
-  SQLite::Statement mark(database_, "UPDATE requests SET state=? WHERE serial=? RETURNING content");
-  for (const Due& each : due) {
-    if (!each.onTime && newest[medicineOf(each.identifier)] != &each) {
-      drop.bind(1, each.serial);
-      drop.exec();
-      drop.reset();
-      advanced.folded.push_back(each.identifier);
-      continue;
+  for (auto each = due.rbegin(); each != due.rend(); ++each) {
+    const std::string_view medicine = medicineOf(each->identifier);
+    if (!each->onTime && shown.contains(medicine)) {
+      dropRequest(each->serial);
+      advanced.folded.push_back(each->identifier);
+    } else if (const auto request = storedRequest(contentOf(each->serial))) {
+      setState(each->serial, RequestState::delivering);
+      shown.insert(medicine);
+      begun.push_back({each->serial, {*request, {}, 0}});
+    } else {
+      setState(each->serial, RequestState::past);
+      advanced.unreadable.push_back(each->identifier);
     }
-    mark.bind(1, static_cast<int>(RequestState::delivering));
-    mark.bind(2, each.serial);
-    mark.executeStep();
-    const std::string content = mark.getColumn(0).getString();
-    mark.reset();
-    auto request = storedRequest(content);
-    if (!request) {
-      // A damaged one must not keep back all that come after it.
-      mark.bind(1, static_cast<int>(RequestState::past));
-      mark.bind(2, each.serial);
-      mark.executeStep();
-      mark.reset();
-      advanced.unreadable.push_back(each.identifier);
-      continue;
-    }
-    if (request->content.badge) file_->setValue("badge", std::to_string(*request->content.badge));
-    const uint32_t bubble = bubbleFor(std::string(doseOf(each.identifier)), content);
-    advanced.shown.push_back(each.identifier);
-    begun.push_back({each.serial, {*std::move(request), {}, bubble}});
+  }
+  for (auto* each : {&advanced.folded, &advanced.unreadable}) std::ranges::reverse(*each);
+  std::ranges::reverse(begun);
+  for (Begun& each : begun) {
+    const UNNotificationRequest& request = each.delivery.request;
+    if (request.content.badge) file_->setValue("badge", std::to_string(*request.content.badge));
+    each.delivery.bubble = bubbleFor(std::string(doseOf(request.identifier)), contentOf(each.serial));
+    advanced.shown.push_back(request.identifier);
   }
   SQLite::Statement purge(database_, "DELETE FROM bubbles WHERE shown<?");
   purge.bind(1, wholeSeconds(clock_.now()) - kBubblesKeptFor);
   purge.exec();
   transaction.commit();
   return begun;
+}
+
+std::string Engine::contentOf(int64_t serial) {
+  SQLite::Statement& query = file_->statement("SELECT content FROM requests WHERE serial=?");
+  query.bind(1, serial);
+  query.executeStep();
+  std::string content = query.getColumn(0).getString();
+  query.reset();
+  return content;
+}
+
+void Engine::setState(int64_t serial, RequestState state) {
+  SQLite::Statement& change = file_->statement("UPDATE requests SET state=? WHERE serial=?");
+  change.bind(1, static_cast<int>(state));
+  change.bind(2, serial);
+  change.exec();
+}
+
+void Engine::dropRequest(int64_t serial) {
+  SQLite::Statement& drop = file_->statement("DELETE FROM requests WHERE serial=?");
+  drop.bind(1, serial);
+  drop.exec();
 }
 
 /// The number under which a dose is shown: one of our own, or the one that the present server gave it. It is written
@@ -165,9 +174,7 @@ void Engine::present(const Begun& begun) {
 
 void Engine::endDelivery(const Begun& begun, const std::string& server, uint32_t shownAs) {
   SQLite::Transaction transaction(database_);
-  SQLite::Statement done(database_, "DELETE FROM requests WHERE serial=?");
-  done.bind(1, begun.serial);
-  done.exec();
+  dropRequest(begun.serial);
   if (shownAs == 0) {
     SQLite::Statement none(database_, "DELETE FROM bubbles WHERE number=?");
     none.bind(1, begun.delivery.bubble);

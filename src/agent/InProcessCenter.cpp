@@ -17,8 +17,9 @@ Result<std::unique_ptr<InProcessCenter>> InProcessCenter::open(const std::string
 }
 
 InProcessCenter::InProcessCenter(MainExecutor& executor, Presenter& presenter)
-    : presenter_(presenter),
-      queue_(executor, [this](const TurnQueue::Batch& batch) { batch.complete(engine_->apply(batch.operations)); }) {}
+    : presenter_(presenter), queue_(executor, [this](const TurnQueue::Batch& batch) {
+        queue_.complete(batch, engine_->apply(batch.operations));
+      }) {}
 
 InProcessCenter::~InProcessCenter() {
   if (engine_) queue_.flush();
@@ -39,8 +40,7 @@ void InProcessCenter::setNotificationCategories(std::vector<UNNotificationCatego
 
 void InProcessCenter::getNotificationCategories(std::function<void(std::vector<UNNotificationCategory>)> completion) {
   queue_.flush();
-  auto registered = engine_->categories();
-  completion(registered ? *std::move(registered) : std::vector<UNNotificationCategory>());
+  completion(queue_.foundOrNone(engine_->categories()));
 }
 
 void InProcessCenter::add(UNNotificationRequest request, std::function<void(std::optional<Error>)> completion) {
@@ -50,15 +50,13 @@ void InProcessCenter::add(UNNotificationRequest request, std::function<void(std:
 void InProcessCenter::getPendingNotificationRequests(
     std::function<void(std::vector<UNNotificationRequest>)> completion) {
   queue_.flush();
-  auto requests = engine_->pendingRequests();
-  completion(requests ? *std::move(requests) : std::vector<UNNotificationRequest>());
+  completion(queue_.foundOrNone(engine_->pendingRequests()));
 }
 
 void InProcessCenter::getPendingNotificationRequestIdentifiers(
     std::function<void(std::vector<std::string>)> completion) {
   queue_.flush();
-  auto identifiers = engine_->pendingIdentifiers();
-  completion(identifiers ? *std::move(identifiers) : std::vector<std::string>());
+  completion(queue_.foundOrNone(engine_->pendingIdentifiers()));
 }
 
 void InProcessCenter::removePendingNotificationRequests(std::vector<std::string> identifiers) {
@@ -84,9 +82,9 @@ Result<void> InProcessCenter::submit(BGProcessingTaskRequest request) {
   return {};
 }
 
-std::shared_ptr<RunningTask> InProcessCenter::launchTask(const std::string& identifier,
-                                                         std::function<void(bool)> completed) {
-  return handlers_.launch(identifier, std::move(completed));
+Result<void> InProcessCenter::finish() {
+  queue_.flush();
+  return queue_.takeFailure();
 }
 
 void InProcessCenter::answered(uint32_t bubble, const std::string& action) {
@@ -101,18 +99,17 @@ std::optional<Instant> InProcessCenter::nextDeadline() {
 
 Result<Advanced> InProcessCenter::advance() {
   queue_.flush();
-  std::erase_if(running_, [](const auto& task) { return task->isCompleted(); });
+  std::erase_if(running_, [](const auto& task) { return task->outcome().has_value(); });
   return engine_->advance();
 }
 
 std::vector<BGProcessingTaskRequest> InProcessCenter::tasks() {
   queue_.flush();
-  auto submitted = engine_->tasks();
-  return submitted ? *std::move(submitted) : std::vector<BGProcessingTaskRequest>();
+  return queue_.foundOrNone(engine_->tasks());
 }
 
 Result<void> InProcessCenter::launch(const std::string& identifier) {
-  auto task = handlers_.launch(identifier, {});
+  auto task = handlers_.launch(identifier);
   if (!task) return Error{"no handler is registered for " + identifier};
   running_.push_back(std::move(task));
   return {};

@@ -49,8 +49,6 @@ class InProcessCenter final : public UNUserNotificationCenter,
   void registerForTaskWithIdentifier(const std::string& identifier,
                                      std::function<void(std::shared_ptr<BGTask>)> launchHandler) override;
   Result<void> submit(BGProcessingTaskRequest request) override;
-  /// Runs the registered handler now; see TaskHandlers::launch.
-  std::shared_ptr<RunningTask> launchTask(const std::string& identifier, std::function<void(bool)> completed);
 
   /// The user's answer to the bubble with this number; goes to the delegate. Numbers that are not ours do nothing.
   void answered(uint32_t bubble, const std::string& action);
@@ -59,6 +57,9 @@ class InProcessCenter final : public UNUserNotificationCenter,
   Result<Advanced> advance();
   Result<void> zoneChanged() { return engine_->zoneChanged(); }
   std::vector<BGProcessingTaskRequest> tasks();
+  /// Applies what was issued. The error is the first since the last call that no completion told: a change that was
+  /// refused, a listing that came empty because the file failed.
+  Result<void> finish();
 
  private:
   InProcessCenter(MainExecutor& executor, Presenter& presenter);

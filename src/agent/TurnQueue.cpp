@@ -5,12 +5,6 @@
 
 namespace pillora {
 
-void TurnQueue::Batch::complete(const OperationErrors& errors) const {
-  for (size_t i = 0; i < completions.size(); ++i) {
-    if (completions[i]) completions[i](errors[i]);
-  }
-}
-
 TurnQueue::TurnQueue(MainExecutor& executor, std::function<void(Batch)> send)
     : executor_(executor), send_(std::move(send)) {}
 
@@ -27,6 +21,22 @@ void TurnQueue::push(Operation operation, Completion completion) {
 void TurnQueue::flush() {
   if (batch_.operations.empty()) return;
   send_(std::exchange(batch_, {}));
+}
+
+void TurnQueue::complete(const Batch& batch, const OperationErrors& errors) {
+  for (size_t i = 0; i < batch.completions.size(); ++i) {
+    if (batch.completions[i]) {
+      batch.completions[i](errors[i]);
+    } else if (errors[i]) {
+      fail(*errors[i]);
+    }
+  }
+}
+
+Result<void> TurnQueue::takeFailure() {
+  const auto failure = std::exchange(failure_, std::nullopt);
+  if (failure) return *failure;
+  return {};
 }
 
 }  // namespace pillora

@@ -19,9 +19,6 @@ class TurnQueue {
   struct Batch {
     std::vector<Operation> operations;
     std::vector<Completion> completions;  ///< one per operation, possibly empty
-
-    /// Calls the completions in order.
-    void complete(const OperationErrors& errors) const;
   };
 
   /// `send` gets each batch; it is called from the executor and from flush().
@@ -30,11 +27,27 @@ class TurnQueue {
   void push(Operation operation, Completion completion = {});
   /// Sends what was collected so far, before something is asked whose answer depends on it.
   void flush();
+  /// Calls the completions in order. Failures of operations without one are kept for takeFailure().
+  void complete(const Batch& batch, const OperationErrors& errors);
+  /// Keeps a failure that no completion tells.
+  void fail(const Error& error) {
+    if (!failure_) failure_ = error;
+  }
+  /// What was found; nothing when there was a failure, which is kept.
+  template <typename T>
+  T foundOrNone(Result<T> found) {
+    if (found) return *std::move(found);
+    fail(found.error());
+    return {};
+  }
+  /// The first failure since the last call that no completion told.
+  Result<void> takeFailure();
 
  private:
   MainExecutor& executor_;
   std::function<void(Batch)> send_;
   Batch batch_;
+  std::optional<Error> failure_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

@@ -2,27 +2,17 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
 #include <sys/stat.h>
 
 #include "agent/Agent.h"
 #include "agent/ProcessLauncher.h"
 #include "agent/TimerFd.h"
 #include "agent/ZoneWatch.h"
+#include "linux/Folders.h"
 #include "linux/SystemClock.h"
 
 namespace pillora {
 namespace {
-
-/// $XDG_STATE_HOME/pillora/reminders.db; a relative XDG_STATE_HOME counts as unset.
-std::string reminderFile() {
-  const char* state = std::getenv("XDG_STATE_HOME");
-  const char* home = std::getenv("HOME");
-  const std::string folder = state != nullptr && state[0] == '/'
-                                 ? std::string(state)
-                                 : std::string(home != nullptr ? home : "") + "/.local/state";
-  return folder + "/pillora/reminders.db";
-}
 
 Result<int> run() {
   sd_event* loop = nullptr;
@@ -38,12 +28,14 @@ Result<int> run() {
   sd_event_add_signal(loop, nullptr, SIGTERM, nullptr, nullptr);
   sd_event_add_signal(loop, nullptr, SIGINT, nullptr, nullptr);
 
+  const auto folder = stateFolder();
+  if (!folder) return folder.error();
   const auto timer = TimerFd::open(loop);
   if (!timer) return timer.error();
   const SystemClock clock;
   LibraryZone zone;
-  ProcessLauncher launcher(siblingProgram("pilloractl"));
-  const auto agent = Agent::start({session, clock, **timer, zone, launcher}, reminderFile());
+  ProcessLauncher launcher(loop, siblingProgram("pilloractl"));
+  const auto agent = Agent::start({session, clock, **timer, zone, launcher}, *folder + "/reminders.db");
   if (!agent) return agent.error();
   if (*agent == nullptr) {
     std::fputs("pillora-agent: another one is running already\n", stderr);
@@ -58,12 +50,12 @@ Result<int> run() {
 
 int main() {
   umask(077);
-  std::signal(SIGCHLD, SIG_IGN);  // the kernel reaps background runs
-  sigset_t ending;
-  sigemptyset(&ending);
-  sigaddset(&ending, SIGTERM);
-  sigaddset(&ending, SIGINT);
-  sigprocmask(SIG_BLOCK, &ending, nullptr);
+  std::signal(SIGPIPE, SIG_IGN);  // whoever listened to our standard error may be gone
+  // The event loop asks for these.
+  sigset_t awaited;
+  sigemptyset(&awaited);
+  for (const int signal : {SIGTERM, SIGINT, SIGCHLD}) sigaddset(&awaited, signal);
+  sigprocmask(SIG_BLOCK, &awaited, nullptr);
 
   const auto ended = pillora::run();
   if (ended) return *ended < 0 ? EXIT_FAILURE : EXIT_SUCCESS;

@@ -34,7 +34,9 @@ TEST_F(AgentClientTest, aRequestThatTheBusCannotCarryIsRefusedAlone) {
 TEST(AgentClientAlone, withoutABusThereIsNoAgent) {
   setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus", 1);
   QueuedMainExecutor executor;
-  EXPECT_FALSE(AgentClient::connect(executor, {}));
+  const auto connected = AgentClient::connect(executor, {});
+  ASSERT_TRUE(connected) << connected.error().description;
+  EXPECT_EQ(*connected, nullptr);
   unsetenv("DBUS_SESSION_BUS_ADDRESS");
 }
 
@@ -47,8 +49,11 @@ TEST(AgentClientAlone, withoutAnAgentItSaysSo) {
 TEST(AgentClientAlone, theBusStartsTheAgent) {
   AgentWorld world;
   const std::string script = world.folder.path() + "/start";
-  std::ofstream(script) << "#!/bin/sh\nexec " << PILLORA_AGENT_UNDER_TEST << " " << world.folder.path()
-                        << "/reminders.db 0 true\n";
+  std::ofstream start(script);
+  start << "#!/bin/sh\nexec";
+  for (const auto& word : world.agentCommand(world.folder.path() + "/reminders.db")) start << " '" << word << "'";
+  start << "\n";
+  start.close();
   std::filesystem::permissions(script, std::filesystem::perms::owner_all);
   std::ofstream(world.bus.services() + "/org.pillora.Pillora.Agent.service")
       << "[D-BUS Service]\nName=org.pillora.Pillora.Agent\nExec=" << script << "\n";
@@ -72,7 +77,35 @@ TEST(AgentClientAlone, anAgentThatDiesFailsWhatItOwes) {
   world.settle();
   ASSERT_EQ(failures.size(), 1u);
   EXPECT_NE(failures.front(), "");
+  EXPECT_TRUE(world.client->finish()) << "the completion has told it";
   EXPECT_FALSE(world.client->submit({"check", std::nullopt, false, false}));
+}
+
+TEST(AgentClientAlone, whatNoCompletionTellsFinishTells) {
+  AgentWorld world;
+  world.startServer();
+  world.startAgent();
+  world.connectClient();
+  world.client->setBadgeCount(-1);
+  const auto refused = world.client->finish();
+  ASSERT_FALSE(refused);
+  EXPECT_EQ(refused.error().description, "the badge count is negative");
+  EXPECT_TRUE(world.client->finish());
+  world.agent.kill();
+  world.client->removePendingNotificationRequests({"A"});
+  EXPECT_FALSE(world.client->finish());
+  EXPECT_TRUE(world.pending().empty());
+  EXPECT_FALSE(world.client->finish()) << "a listing that is empty because nobody answered";
+}
+
+TEST(AgentClientAlone, anAgentThatEndsAtItsStartSaysWhy) {
+  AgentWorld world;
+  const std::string script = world.folder.path() + "/start";
+  std::ofstream(script) << "#!/bin/sh\necho 'pillora-agent: the file is damaged' >&2\necho more >&2\nexit 1\n";
+  std::filesystem::permissions(script, std::filesystem::perms::owner_all);
+  const auto connected = AgentClient::connect(world.executor, {script});
+  ASSERT_FALSE(connected);
+  EXPECT_EQ(connected.error().description, "pillora-agent: the file is damaged");
 }
 
 }  // namespace

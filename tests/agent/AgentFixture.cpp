@@ -2,6 +2,7 @@
 #include "agent/AgentFixture.h"
 
 #include <cstdlib>
+#include <filesystem>
 
 #include "agent/Wire.h"
 
@@ -17,6 +18,7 @@ constexpr const char* kControlInterface = "org.pillora.Pillora.AgentUnderTest1";
 
 AgentWorld::AgentWorld(const std::string& zone) : zoneName(zone) {
   setenv("DBUS_SESSION_BUS_ADDRESS", bus.address().c_str(), 1);
+  std::filesystem::create_directory(etc());
   // So that waiting for a name wakes up.
   sd_bus_match_signal(
       own.get(), nullptr, "org.freedesktop.DBus", nullptr, "org.freedesktop.DBus", "NameOwnerChanged",
@@ -32,11 +34,30 @@ AgentWorld::~AgentWorld() {
 void AgentWorld::startAgent() {
   auto environment = bus.environment();
   environment.push_back("TZ=" + zoneName);
-  environment.push_back("DBUS_SYSTEM_BUS_ADDRESS=unix:path=" + folder.path() + "/none");
-  agent = ChildProcess(
-      {PILLORA_AGENT_UNDER_TEST, folder.path() + "/reminders.db", std::to_string(now.microseconds()), taskProgram},
-      environment);
+  environment.push_back("DBUS_SYSTEM_BUS_ADDRESS=" +
+                        (systemBus.empty() ? "unix:path=" + folder.path() + "/none" : systemBus));
+  agent = StartedProgram(agentCommand(folder.path() + "/reminders.db"), environment);
   ASSERT_TRUE(waitFor([&] { return PrivateBus::isOwned(own.get(), kControlName); })) << "the agent did not start";
+}
+
+std::vector<std::string> AgentWorld::agentCommand(const std::string& file) const {
+  return {PILLORA_AGENT_UNDER_TEST,
+          file,
+          std::to_string(now.microseconds()),
+          taskProgram,
+          etc(),
+          std::to_string(taskLimits.granted.count()),
+          std::to_string(taskLimits.untilKilled.count())};
+}
+
+int64_t AgentWorld::running() {
+  sd_bus_message* message = nullptr;
+  const int asked = sd_bus_call_method(own.get(), kControlName, kControlPath, kControlInterface, "Running", nullptr,
+                                       &message, nullptr);
+  const MessageHandle reply(message);
+  int64_t count = -1;
+  EXPECT_TRUE(asked >= 0 && sd_bus_message_read(message, "x", &count) > 0);
+  return count;
 }
 
 void AgentWorld::killAgent() {

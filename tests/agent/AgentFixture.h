@@ -12,6 +12,7 @@
 #include "agent/AgentClient.h"
 #include "agent/NotificationServer.h"
 #include "agent/PrivateBus.h"
+#include "agent/ProcessLauncher.h"
 #include "doubles/Instants.h"
 #include "doubles/Requests.h"
 #include "doubles/TemporaryFolder.h"
@@ -31,6 +32,10 @@ class AgentWorld {
   void killAgent();
   void startServer();
   void stopServer() { server->disappear(); }
+  /// The folder that stands for /etc.
+  std::string etc() const { return folder.path() + "/etc"; }
+  /// The command that starts an agent with that file.
+  std::vector<std::string> agentCommand(const std::string& file) const;
   void connectClient();
 
   /// Time passes in the agent up to then, or its clock is set; returns when it has acted.
@@ -40,6 +45,8 @@ class AgentWorld {
   /// The same without waiting for the agent.
   void beginMove(const char* method, Instant to);
   void setZone(const std::string& zone);
+  /// How many background runs have not ended.
+  int64_t running();
 
   /// Ends the client's turn and waits for what it is owed.
   void settle();
@@ -57,10 +64,12 @@ class AgentWorld {
   QueuedMainExecutor executor;
   std::unique_ptr<NotificationServer> server;
   std::unique_ptr<AgentClient> client;
-  ChildProcess agent;
+  StartedProgram agent;
   Instant now = at("2025-01-10T12:00:00Z");
   std::string zoneName;
   std::string taskProgram = "true";
+  ProcessLauncher::Limits taskLimits;
+  std::string systemBus;         ///< the address of the bus of the time service; none runs by itself
   std::optional<Instant> armed;  ///< what the agent's timer is armed for, as of the last move
   bool moved = false;            ///< whether the agent has answered the last move
 

@@ -170,40 +170,9 @@ TEST_F(AgentResilience, tellsLaunchersTheBadge) {
   EXPECT_TRUE(world.waitFor([&] { return count == 0; }));
 }
 
-TEST_F(AgentResilience, runsADueTaskWithItsIdentifier) {
-  world.killAgent();
-  const std::string script = world.folder.path() + "/run";
-  const std::string result = world.folder.path() + "/result";
-  std::ofstream(script) << "#!/bin/sh\necho \"$1 $2\" > " << result << ".new && mv " << result << ".new " << result
-                        << "\n"
-                        << "exec busctl --user call org.freedesktop.DBus /org/freedesktop/DBus org.freedesktop.DBus "
-                           "RequestName su org.pillora.Ran 0 >/dev/null\n";
-  std::filesystem::permissions(script, std::filesystem::perms::owner_all);
-  world.taskProgram = script;
-  world.startAgent();
-  bool ran = false;
-  sd_bus_match_signal(
-      world.own.get(), nullptr, "org.freedesktop.DBus", nullptr, "org.freedesktop.DBus", "NameOwnerChanged",
-      [](sd_bus_message* signal, void* seen, sd_bus_error*) {
-        const char* name = nullptr;
-        sd_bus_message_read(signal, "s", &name);
-        if (std::string_view(name) == "org.pillora.Ran") *static_cast<bool*>(seen) = true;
-        return 0;
-      },
-      &ran);
-  ASSERT_TRUE(world.client->submit({"org.pillora.Pillora.missedDoseCheck", at("2025-01-11T00:00:00Z"), false, false}));
-  world.pass("2025-01-10T23:59:59Z");
-  EXPECT_FALSE(std::filesystem::exists(result));
-  world.pass("2025-01-11T00:00:00Z");
-  ASSERT_TRUE(world.waitFor([&] { return ran; }));
-  std::string line;
-  std::getline(std::ifstream(result) >> std::ws, line);
-  EXPECT_EQ(line, "run-task org.pillora.Pillora.missedDoseCheck");
-}
-
 TEST_F(AgentResilience, aSecondAgentLeavesTheFirstAlone) {
   auto environment = world.bus.environment();
-  ChildProcess second({PILLORA_AGENT_UNDER_TEST, world.folder.path() + "/other.db", "0", "true"}, environment);
+  StartedProgram second(world.agentCommand(world.folder.path() + "/other.db"), environment);
   EXPECT_EQ(second.wait(), 0);
   EXPECT_FALSE(std::filesystem::exists(world.folder.path() + "/other.db"));
 }

@@ -1,12 +1,20 @@
 // SPDX-License-Identifier: MIT
 // The agent with a clock, a timer and a zone that a test moves over the bus: everything but these is what people run.
+//
+//     pillora-agent-under-test FILE MICROSECONDS PROGRAM FOLDER GRANTED UNTIL_KILLED
+//
+// PROGRAM runs background tasks, which are granted so many milliseconds. FOLDER stands for /etc.
+#include <array>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <unistd.h>
 
 #include "agent/Agent.h"
 #include "agent/ProcessLauncher.h"
+#include "agent/ZoneWatch.h"
 
 namespace pillora {
 namespace {
@@ -37,9 +45,30 @@ class MovableTime final : public Clock, public WakeTimer {
   std::function<void()> wake_;
 };
 
+/// The zone that `localtime` in a folder links to; TZ where there is no such link. The C library looks into /etc only,
+/// so it is told the file.
+class LinkedZone final : public ZoneRules {
+ public:
+  explicit LinkedZone(std::string folder) : link_(std::move(folder) + "/localtime") {}
+
+  std::optional<Instant> instantOf(const WallTime& wall) const override { return library_.instantOf(wall); }
+  void refresh() override {
+    std::array<char, 4096> target{};
+    if (readlink(link_.c_str(), target.data(), target.size() - 1) > 0) {
+      setenv("TZ", (":" + std::string(target.data())).c_str(), 1);
+    }
+    library_.refresh();
+  }
+
+ private:
+  std::string link_;
+  LibraryZone library_;
+};
+
 struct Controls {
   MovableTime& time;
   Agent& agent;
+  ProcessLauncher& launcher;
 
   static Controls& of(void* self) { return *static_cast<Controls*>(self); }
   static Instant instantIn(sd_bus_message* call) {
@@ -62,6 +91,9 @@ struct Controls {
     of(self).agent.zoneChanged();
     return sd_bus_reply_method_return(call, "x", of(self).time.armed());
   }
+  static int running(sd_bus_message* call, void* self, sd_bus_error*) {
+    return sd_bus_reply_method_return(call, "x", static_cast<int64_t>(of(self).launcher.running()));
+  }
 };
 
 const sd_bus_vtable kControls[] = {
@@ -69,10 +101,12 @@ const sd_bus_vtable kControls[] = {
     SD_BUS_METHOD("Pass", "x", "x", Controls::pass, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_METHOD("Step", "x", "x", Controls::step, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_METHOD("SetZone", "s", "x", Controls::setZone, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_METHOD("Running", "", "x", Controls::running, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_VTABLE_END,
 };
 
-Result<int> run(const std::string& file, Instant now, const std::string& program) {
+Result<int> run(char** arguments) {
+  const Instant now{Instant::Duration(std::atoll(arguments[2]))};
   sd_event* loop = nullptr;
   sd_bus* session = nullptr;
   if (const int made = sd_event_default(&loop); made < 0) return busError("event loop", made);
@@ -82,12 +116,15 @@ Result<int> run(const std::string& file, Instant now, const std::string& program
   sd_bus_attach_event(session, loop, SD_EVENT_PRIORITY_NORMAL);
   sd_bus_set_exit_on_disconnect(session, 1);
   MovableTime time(now);
-  LibraryZone zone;
-  ProcessLauncher launcher(program);
-  const auto agent = Agent::start({session, time, time, zone, launcher}, file);
+  LinkedZone zone(arguments[4]);
+  ProcessLauncher launcher(
+      loop, arguments[3],
+      {std::chrono::milliseconds(std::atoll(arguments[5])), std::chrono::milliseconds(std::atoll(arguments[6]))});
+  const auto agent = Agent::start({session, time, time, zone, launcher}, arguments[1]);
   if (!agent) return agent.error();
   if (*agent == nullptr) return 0;
-  Controls controls{time, **agent};
+  const ZoneWatch watch(loop, arguments[4], [&agent = **agent] { agent.zoneChanged(); });
+  Controls controls{time, **agent, launcher};
   sd_bus_add_object_vtable(session, nullptr, "/org/pillora/Pillora/AgentUnderTest",
                            "org.pillora.Pillora.AgentUnderTest1", kControls, &controls);
   sd_bus_request_name(session, "org.pillora.Pillora.AgentUnderTest", 0);
@@ -98,9 +135,12 @@ Result<int> run(const std::string& file, Instant now, const std::string& program
 }  // namespace pillora
 
 int main(int count, char** arguments) {
-  if (count != 4) return 2;
-  const pillora::Instant now{pillora::Instant::Duration(std::atoll(arguments[2]))};
-  const auto ended = pillora::run(arguments[1], now, arguments[3]);
+  if (count != 7) return 2;
+  sigset_t awaited;
+  sigemptyset(&awaited);
+  sigaddset(&awaited, SIGCHLD);
+  sigprocmask(SIG_BLOCK, &awaited, nullptr);
+  const auto ended = pillora::run(arguments);
   if (ended) return *ended < 0 ? 1 : 0;
   std::fprintf(stderr, "%s\n", ended.error().description.c_str());
   return 1;

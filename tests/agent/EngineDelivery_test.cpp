@@ -145,6 +145,22 @@ TEST_F(EngineDeliveryTest, aDamagedRequestDoesNotKeepTheOthersBack) {
   EXPECT_EQ(pending(), Names{});
 }
 
+TEST_F(EngineDeliveryTest, aDamagedRequestThatIsTheNewestOfItsMedicineDoesNotFoldTheOthers) {
+  apply({adding(kAspirin + "-1.0", "2025-01-10T08:00"), adding(kAspirin + "-2.0", "2025-01-10T09:00"),
+         adding(kAspirin + "-3.0", "2025-01-10T10:00"), adding(kAspirin + "-4.0", "2025-01-10T11:00")});
+  engine.reset();
+  {
+    const auto file = ReminderFile::open(path());
+    ASSERT_TRUE(file);
+    (*file)->database().exec("UPDATE requests SET content='junk' WHERE due>=unixepoch('2025-01-10T15:00:00')");
+  }
+  start();
+  const Advanced advanced = advanceTo("2025-01-10T20:00:00Z");
+  EXPECT_EQ(advanced.shown, Names{kAspirin + "-2.0"});
+  EXPECT_EQ(advanced.folded, Names{kAspirin + "-1.0"});
+  EXPECT_EQ(advanced.unreadable, (Names{kAspirin + "-3.0", kAspirin + "-4.0"}));
+}
+
 TEST_F(EngineDeliveryTest, whatTheAppDoesNotWantShownIsDone) {
   apply({adding("A", "2025-01-10T08:00")});
   presenter.manner = Manner::wantsNone;

@@ -174,8 +174,8 @@ TEST_F(InProcessCenterTest, aDueTaskWithoutAHandlerStaysSubmitted) {
 TEST_F(InProcessCenterTest, refusesATaskWithoutAName) { EXPECT_FALSE(subject.inProcess->submit({})); }
 
 TEST(RunningTask, theFirstCompletionCounts) {
-  std::vector<bool> ends;
-  RunningTask task("check", [&](bool success) { ends.push_back(success); });
+  RunningTask task("check");
+  EXPECT_EQ(task.outcome(), std::nullopt);
   int expirations = 0;
   task.setExpirationHandler([&] {
     ++expirations;
@@ -184,8 +184,27 @@ TEST(RunningTask, theFirstCompletionCounts) {
   task.expire();
   task.setTaskCompleted(true);
   task.expire();
-  EXPECT_EQ(ends, std::vector{false});
+  EXPECT_EQ(task.outcome(), false);
   EXPECT_EQ(expirations, 1);
+}
+
+TEST(RunningTask, neitherExpiresAfterItsEndNorKeepsItsHandler) {
+  RunningTask task("check");
+  const auto held = std::make_shared<int>(0);
+  task.setExpirationHandler([held] { ++*held; });
+  task.setTaskCompleted(true);
+  EXPECT_EQ(held.use_count(), 1);
+  task.setExpirationHandler([held] { ++*held; });
+  EXPECT_EQ(held.use_count(), 1);
+  task.expire();
+  EXPECT_EQ(*held, 0);
+  EXPECT_EQ(task.outcome(), true);
+}
+
+TEST(RunningTask, withoutAHandlerAnExpiredRunHasFailed) {
+  RunningTask task("check");
+  task.expire();
+  EXPECT_EQ(task.outcome(), false);
 }
 
 TEST(TaskHandlers, launchesWhatIsRegisteredAlone) {
@@ -195,10 +214,10 @@ TEST(TaskHandlers, launchesWhatIsRegisteredAlone) {
     ++runs;
     task->setTaskCompleted(true);
   });
-  EXPECT_EQ(handlers.launch("other", {}), nullptr);
-  const auto task = handlers.launch("check", {});
+  EXPECT_EQ(handlers.launch("other"), nullptr);
+  const auto task = handlers.launch("check");
   ASSERT_NE(task, nullptr);
-  EXPECT_TRUE(task->isCompleted());
+  EXPECT_EQ(task->outcome(), true);
   EXPECT_EQ(runs, 1);
 }
 

@@ -35,8 +35,8 @@ std::string configuration(const std::string& folder) {
 
 }  // namespace
 
-ChildProcess::ChildProcess(const std::vector<std::string>& command, const std::vector<std::string>& environment,
-                           int inherited) {
+StartedProgram::StartedProgram(const std::vector<std::string>& command, const std::vector<std::string>& environment,
+                               int inherited) {
   process_ = fork();
   if (process_ != 0) return;
   if (inherited >= 0) fcntl(inherited, F_SETFD, 0);
@@ -46,18 +46,18 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const std::v
   _exit(127);
 }
 
-ChildProcess& ChildProcess::operator=(ChildProcess&& other) noexcept {
+StartedProgram& StartedProgram::operator=(StartedProgram&& other) noexcept {
   std::swap(process_, other.process_);
   return *this;
 }
 
-void ChildProcess::kill() {
+void StartedProgram::kill() {
   if (process_ <= 0) return;
   ::kill(process_, SIGKILL);
   waitpid(std::exchange(process_, -1), nullptr, 0);
 }
 
-int ChildProcess::wait() {
+int StartedProgram::wait() {
   int status = 0;
   waitpid(std::exchange(process_, -1), &status, 0);
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -69,7 +69,7 @@ PrivateBus::PrivateBus() {
   std::ofstream(file) << configuration(folder_.path());
   int ends[2] = {-1, -1};
   if (pipe2(ends, O_CLOEXEC) != 0) ADD_FAILURE() << "no pipe";
-  daemon_ = ChildProcess(
+  daemon_ = StartedProgram(
       {"dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + file, "--print-address=" + std::to_string(ends[1])},
       {}, ends[1]);
   close(ends[1]);

@@ -13,15 +13,15 @@
 namespace pillora {
 
 /// A program that a test started. It is killed and waited for at the end.
-class ChildProcess {
+class StartedProgram {
  public:
-  ChildProcess() = default;
+  StartedProgram() = default;
   /// `environment` is added to the test's own.
-  ChildProcess(const std::vector<std::string>& command, const std::vector<std::string>& environment,
-               int inherited = -1);
-  ~ChildProcess() { kill(); }
-  ChildProcess(const ChildProcess&) = delete;
-  ChildProcess& operator=(ChildProcess&& other) noexcept;
+  StartedProgram(const std::vector<std::string>& command, const std::vector<std::string>& environment,
+                 int inherited = -1);
+  ~StartedProgram() { kill(); }
+  StartedProgram(const StartedProgram&) = delete;
+  StartedProgram& operator=(StartedProgram&& other) noexcept;
 
   pid_t id() const { return process_; }
   /// SIGKILL, and the end of it.
@@ -52,7 +52,7 @@ class PrivateBus {
 
  private:
   TemporaryFolder folder_;
-  ChildProcess daemon_;
+  StartedProgram daemon_;
   std::string address_;
 };
 

@@ -21,7 +21,7 @@ class VirtualDisplay {
   VirtualDisplay() {
     int ends[2] = {-1, -1};
     if (pipe2(ends, O_CLOEXEC) != 0) ADD_FAILURE() << "no pipe";
-    server_ = ChildProcess(
+    server_ = StartedProgram(
         {"Xvfb", "-displayfd", std::to_string(ends[1]), "-screen", "0", "360x720x24", "-nolisten", "tcp"}, {}, ends[1]);
     close(ends[1]);
     char letter = 0;
@@ -32,7 +32,7 @@ class VirtualDisplay {
   std::string name() const { return ":" + number_; }
 
  private:
-  ChildProcess server_;
+  StartedProgram server_;
   std::string number_;
 };
 
@@ -47,7 +47,7 @@ class RealServerTest : public ::testing::Test {
     environment.push_back("DISPLAY=" + display.name());
     environment.push_back("XDG_CONFIG_HOME=" + folder.path());
     environment.push_back("XDG_DATA_HOME=" + folder.path());
-    dunst = ChildProcess({"dunst", "-conf", file("dunstrc")}, environment);
+    dunst = StartedProgram({"dunst", "-conf", file("dunstrc")}, environment);
     ASSERT_TRUE(waitFor([&] { return PrivateBus::isOwned(world.own.get(), "org.freedesktop.Notifications"); }));
     world.startAgent();
     world.connectClient();
@@ -66,7 +66,7 @@ class RealServerTest : public ::testing::Test {
     return PrivateBus::pumpUntil({world.own.get(), app.bus()}, happened);
   }
   std::string dunstctl(const std::string& arguments) {
-    ChildProcess control({"sh", "-c", "dunstctl " + arguments + " > " + file("said")}, environment);
+    StartedProgram control({"sh", "-c", "dunstctl " + arguments + " > " + file("said")}, environment);
     EXPECT_EQ(control.wait(), 0) << "dunstctl " << arguments;
     return read("said");
   }
@@ -87,7 +87,7 @@ class RealServerTest : public ::testing::Test {
   VirtualDisplay display;
   StandIn app{world.bus.connect()};
   std::vector<std::string> environment;
-  ChildProcess dunst;
+  StartedProgram dunst;
 };
 
 TEST_F(RealServerTest, markAsTakenReachesTheAppAsActivationAndAnswer) {
@@ -117,7 +117,7 @@ TEST_F(RealServerTest, skipReachesTheAppWithoutOpeningIt) {
 TEST_F(RealServerTest, aRestartedServerShowsTheNextReminder) {
   dunst.kill();
   ASSERT_TRUE(waitFor([&] { return !PrivateBus::isOwned(world.own.get(), "org.freedesktop.Notifications"); }));
-  dunst = ChildProcess({"dunst", "-conf", file("dunstrc")}, environment);
+  dunst = StartedProgram({"dunst", "-conf", file("dunstrc")}, environment);
   ASSERT_TRUE(waitFor([&] { return PrivateBus::isOwned(world.own.get(), "org.freedesktop.Notifications"); }));
   showIt();
 }

@@ -101,7 +101,7 @@ TEST_F(SystemEvents, aFolderThatIsMissingIsNoReasonToFail) {
 }
 
 TEST_F(SystemEvents, aProgramThatIsMissingIsAnError) {
-  const auto started = ProcessLauncher("/nonexistent/pilloractl").launch("check");
+  const auto started = ProcessLauncher(event.get(), "/nonexistent/pilloractl").launch("check");
   ASSERT_FALSE(started);
   EXPECT_NE(started.error().description.find("/nonexistent/pilloractl"), std::string::npos);
 }
