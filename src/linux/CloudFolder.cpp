@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 
 /// Both clients keep their accounts in Qt's INI form, a folder by several lines of the section [Accounts]:
 ///
-///     0\Folders\1\localPath=/home/ann/Nextcloud/
+///     0\Folders\1\localPath=/srv/ann/Nextcloud/
 ///     0\Folders\1\targetPath=/
 ///
 /// "0" is the account, "1" the folder's name. The group is "Folders", or "Multifolders" or "FoldersWithPlaceholders"
