@@ -46,4 +46,21 @@ Result<void> undoLog(const ScreenEnvironment& environment, const UUID& log) {
   return {};
 }
 
+bool canChangeStatus(DoseStatus recorded, DoseStatus wanted) {
+  if (recorded != DoseStatus::missed && recorded != DoseStatus::skipped) return false;
+  return wanted == DoseStatus::taken || (wanted == DoseStatus::skipped && recorded != DoseStatus::skipped);
+}
+
+Result<bool> changeStatus(const ScreenEnvironment& environment, const UUID& log, DoseStatus wanted) {
+  ModelContext& context = environment.context;
+  if (const auto begun = beginAction(context); !begun) return begun.error();
+  const auto record = context.find<DoseLog>(log);
+  const bool isOffered = record && record->medicine() && canChangeStatus(record->status(), wanted);
+  if (auto failure = context.takeReadError()) return *std::move(failure);
+  if (!isOffered) return false;
+  record->statusRaw = std::string(rawValue(wanted));
+  record->actionTime = environment.clock.now();
+  return true;
+}
+
 }  // namespace pillora

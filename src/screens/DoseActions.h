@@ -24,4 +24,11 @@ Result<std::optional<UUID>> skipDose(const ScreenEnvironment& environment, const
 /// Takes the log back, so that its dose is open again. A log that is gone stays gone.
 Result<void> undoLog(const ScreenEnvironment& environment, const UUID& log);
 
+/// Whether a recorded status may still be changed to `wanted`: a missed dose was taken or skipped after all, a skipped
+/// one was taken after all.
+bool canChangeStatus(DoseStatus recorded, DoseStatus wanted);
+/// Changes the log's status, as of now. Answers whether it did: not when the log is gone, belongs to no medicine, or
+/// may not be changed so.
+Result<bool> changeStatus(const ScreenEnvironment& environment, const UUID& log, DoseStatus wanted);
+
 }  // namespace pillora

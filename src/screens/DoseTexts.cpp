@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 
+#include "screens/MedicineForm.h"
+
 namespace pillora {
 
 namespace {
@@ -38,12 +40,7 @@ std::string timingText(Instant::Duration off, bool isLate, const Texts& texts) {
 
 }  // namespace
 
-std::string medicineColor(std::string_view name) {
-  static constexpr std::array<std::string_view, 10> kColors = {"blue", "green",  "red",  "orange", "purple",
-                                                               "pink", "yellow", "teal", "indigo", "mint"};
-  const bool isKnown = std::find(kColors.begin(), kColors.end(), name) != kColors.end();
-  return std::string(isKnown ? name : "blue");
-}
+std::string medicineColor(std::string_view name) { return std::string(isOffered(kColorNames, name) ? name : "blue"); }
 
 std::optional<std::string> medicineIcon(const Medicine& medicine, const AppSettings& settings) {
   return settings.showMedicineIcons() ? std::optional(medicine.icon()) : std::nullopt;

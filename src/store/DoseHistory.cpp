@@ -3,7 +3,6 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <algorithm>
-#include <limits>
 
 #include "store/ModelContext.h"
 #include "store/Table.h"
@@ -64,9 +63,10 @@ DoseCounts ModelContext::doseCounts(const DoseHistoryQuery& query) {
   return {0, 0, all.skipped, all.skipped};
 }
 
-std::vector<std::shared_ptr<DoseLog>> ModelContext::latestLogs(const DoseHistoryQuery& query) {
+/// `count` is how many match: with the last of them found, the search for more need not go back to the beginning.
+std::vector<std::shared_ptr<DoseLog>> ModelContext::latestLogs(const DoseHistoryQuery& query, int64_t count) {
   const Table& table = Table::of<DoseLog>();
-  const auto limit = static_cast<int64_t>(std::min(query.limit, size_t{std::numeric_limits<int64_t>::max()}));
+  const auto limit = static_cast<int64_t>(std::min(query.limit, static_cast<size_t>(count)));
   const Prepared rows = prepared(withinHistory(table.select(), query));
   bindWindow(*rows, query.from, Instant::distantFuture(), limit, 0);
   std::vector<std::shared_ptr<DoseLog>> logs;

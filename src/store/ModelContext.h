@@ -172,7 +172,7 @@ class ModelContext final : private RecordHost {
   std::shared_ptr<Record> recordOf(const Table& table, SQLite::Statement& row);
   std::vector<Instant> times(const std::string& sql, const UUID& medicine, Instant from, Instant to);
   DoseCounts doseCounts(const DoseHistoryQuery& query);
-  std::vector<std::shared_ptr<DoseLog>> latestLogs(const DoseHistoryQuery& query);
+  std::vector<std::shared_ptr<DoseLog>> latestLogs(const DoseHistoryQuery& query, int64_t count);
   std::vector<DoseHistory::Dose> dosesBehind(const std::vector<std::shared_ptr<DoseLog>>& latest,
                                              const DoseHistoryQuery& query);
 

@@ -106,7 +106,7 @@ Result<DoseHistory> ModelContext::doseHistory(const DoseHistoryQuery& query) {
     SQLite::Savepoint moment(*database_, "history");
     DoseHistory history;
     history.counts = doseCounts(query);
-    history.latest = latestLogs(query);
+    history.latest = latestLogs(query, history.counts.total);
     history.rest = dosesBehind(history.latest, query);
     moment.release();
     return history;
