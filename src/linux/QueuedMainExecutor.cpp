@@ -8,6 +8,7 @@ namespace pillora {
 void QueuedMainExecutor::post(std::function<void()> job) {
   const std::lock_guard lock(mutex_);
   jobs_.push_back(std::move(job));
+  posted_.notify_one();
 }
 
 void QueuedMainExecutor::drain() {
@@ -20,6 +21,14 @@ void QueuedMainExecutor::drain() {
     if (turn.empty()) return;
     for (const auto& job : turn) job();
   }
+}
+
+void QueuedMainExecutor::wait() {
+  {
+    std::unique_lock lock(mutex_);
+    posted_.wait(lock, [this] { return !jobs_.empty(); });
+  }
+  drain();
 }
 
 }  // namespace pillora

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <condition_variable>
 #include <deque>
 #include <functional>
 #include <mutex>
@@ -15,9 +16,12 @@ class QueuedMainExecutor final : public MainExecutor {
   void post(std::function<void()> job) override;
   /// Runs what was posted, and what that posts in turn, until nothing is left. Main thread only.
   void drain();
+  /// Waits until something was posted, which another thread does, and drains. Main thread only.
+  void wait();
 
  private:
   std::mutex mutex_;
+  std::condition_variable posted_;
   std::deque<std::function<void()>> jobs_;
 };
 

@@ -40,5 +40,17 @@ TEST(QueuedMainExecutor, jobsMayComeFromAnyThreadAndRunOnTheOneThatDrains) {
   EXPECT_EQ(ranOn, std::this_thread::get_id());
 }
 
+TEST(QueuedMainExecutor, waitingRunsWhatAnotherThreadPostsAndWhatWasThereBefore) {
+  QueuedMainExecutor executor;
+  std::vector<int> ran;
+  executor.post([&] { ran.push_back(1); });
+  executor.wait();
+  EXPECT_EQ(ran, (std::vector<int>{1}));
+  std::thread other([&] { executor.post([&] { ran.push_back(2); }); });
+  executor.wait();
+  other.join();
+  EXPECT_EQ(ran, (std::vector<int>{1, 2}));
+}
+
 }  // namespace
 }  // namespace pillora
