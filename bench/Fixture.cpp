@@ -28,14 +28,15 @@ T require(Result<T> result) {
 }
 
 std::filesystem::path folder() {
-  static const std::filesystem::path made = [] {
+  // Never destroyed: it is still needed when the program ends.
+  static const auto* const made = [] {
     std::string name = std::filesystem::exists("/dev/shm") ? "/dev/shm/" : "/tmp/";
     name += "pillora-bench-XXXXXX";
     if (mkdtemp(name.data()) == nullptr) std::exit(1);
     std::atexit([] { std::filesystem::remove_all(folder()); });
-    return std::filesystem::path(name);
+    return new std::filesystem::path(name);
   }();
-  return made;
+  return *made;
 }
 
 /// Four medicines of each kind; together about sixty doses a day.
