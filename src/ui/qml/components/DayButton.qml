@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+// A round day: a weekday, a day of the month, a day of a month's sheet.
+Pressable {
+    id: control
+
+    property bool isSelected: false
+    property bool isToday: false
+    property bool isFaint: false
+    property real diameter: 36
+
+    implicitWidth: diameter
+    implicitHeight: diameter
+    padding: 0
+    cornerRadius: diameter / 2
+    focusGap: (diameter - Math.min(width, height)) / 2 + 1
+
+    Accessible.role: Accessible.CheckBox
+    Accessible.checkable: true
+    Accessible.checked: isSelected
+
+    contentItem: Label {
+        text: control.text
+        wrapMode: Text.NoWrap
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 9
+        leftPadding: 3
+        rightPadding: 3
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        size: Math.min(Theme.subheadline, control.diameter * 0.5)
+        font.weight: control.isSelected || control.isToday ? Font.DemiBold : Font.Medium
+        color: control.isSelected ? Theme.onSolid : control.isToday ? Theme.accent
+            : control.isFaint ? Theme.placeholder : Theme.text
+        Accessible.ignored: true
+    }
+    background: Item {
+        Rectangle {
+            anchors.centerIn: parent
+            width: control.diameter
+            height: width
+            radius: width / 2
+            color: control.isSelected ? Theme.solid("blue") : control.isFaint ? "transparent" : Theme.field
+            border.width: control.isToday && !control.isSelected ? 1.5 : 0
+            border.color: Theme.accent
+
+            PressTint {
+                anchors.fill: parent
+                radius: parent.radius
+                over: control
+            }
+        }
+    }
+}

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+// A grid of swatches, icons or days below its label. `row`: label, style, columns, spacing, cellSize, cells. Each cell
+// is touched up to half the gap around it.
+Item {
+    id: control
+
+    required property var row
+    property bool separated: !Positioner.isFirstItem
+    readonly property real pitch: row.cellSize + row.spacing
+    signal picked(string cell)
+
+    width: parent ? parent.width : implicitWidth
+    implicitWidth: 328
+    implicitHeight: column.height + 22
+
+    Accessible.role: Accessible.Grouping
+    Accessible.name: row.label
+
+    Rectangle {
+        visible: control.separated
+        x: Theme.padding
+        width: parent.width - 2 * Theme.padding
+        height: Theme.hairline
+        color: Theme.separator
+    }
+    Column {
+        id: column
+
+        y: 12
+        width: parent.width
+        spacing: 8
+
+        Label {
+            x: Theme.padding
+            width: parent.width - 2 * Theme.padding
+            text: control.row.label
+            Accessible.ignored: true
+        }
+        Grid {
+            anchors.horizontalCenter: parent.horizontalCenter
+            columns: control.row.columns
+            LayoutMirroring.enabled: Theme.mirrored
+
+            Repeater {
+                model: control.row.cells
+
+                Loader {
+                    id: cell
+
+                    required property var row
+
+                    width: control.pitch
+                    height: control.pitch
+                    sourceComponent: control.row.style === "swatches" ? swatch
+                        : control.row.style === "icons" ? icon : day
+
+                    Component {
+                        id: swatch
+
+                        Swatch {
+                            color: cell.row.color
+                            isSelected: cell.row.isSelected
+                            text: cell.row.title
+                            diameter: control.row.cellSize
+                            onClicked: control.picked(cell.row.id)
+                        }
+                    }
+                    Component {
+                        id: icon
+
+                        IconCell {
+                            symbol: cell.row.symbol
+                            tone: cell.row.color ?? "grey"
+                            isSelected: cell.row.isSelected
+                            text: cell.row.title
+                            side: control.row.cellSize
+                            onClicked: control.picked(cell.row.id)
+                        }
+                    }
+                    Component {
+                        id: day
+
+                        DayButton {
+                            isSelected: cell.row.isSelected
+                            text: cell.row.title
+                            diameter: control.row.cellSize
+                            onClicked: control.picked(cell.row.id)
+                        }
+                    }
+                }
+            }
+        }
+    }
+}

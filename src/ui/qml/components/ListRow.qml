@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import QtQuick.Layouts
+
+// One row of a list section: a label, perhaps a symbol before and a detail below it, and at the end whatever is put
+// inside. A value that does not fit beside the label stands below it.
+Pressable {
+    id: control
+
+    property bool interactive: false
+    property bool separated: !Positioner.isFirstItem
+    property bool stackable: false
+    property string symbol: ""
+    property string detail: ""
+    property color tint: Theme.text
+    property color symbolColor: Theme.symbol("blue")
+    default property alias trailing: slot.data
+    readonly property bool stacked: stackable && text !== ""
+        && caption.implicitWidth + slot.implicitWidth + 12 > availableWidth - (symbol === "" ? 0 : 36)
+
+    implicitWidth: 328
+    implicitHeight: Math.max(Theme.rowHeight, implicitContentHeight + topPadding + bottomPadding)
+    leftPadding: Theme.padding
+    rightPadding: Theme.padding
+    topPadding: 6
+    bottomPadding: 6
+    cornerRadius: Theme.radius
+    focusGap: -6
+    hoverEnabled: interactive
+    focusPolicy: interactive ? Qt.StrongFocus : Qt.NoFocus
+    Accessible.ignored: !interactive
+
+    contentItem: RowLayout {
+        spacing: 12
+        LayoutMirroring.enabled: Theme.mirrored
+        LayoutMirroring.childrenInherit: true
+
+        Symbol {
+            visible: control.symbol !== ""
+            name: control.symbol
+            size: Math.max(24, Theme.body * 1.3)
+            color: control.symbolColor
+        }
+        GridLayout {
+            Layout.fillWidth: true
+            columns: control.stacked ? 1 : 2
+            columnSpacing: 12
+            rowSpacing: 2
+
+            ColumnLayout {
+                visible: control.text !== ""
+                spacing: 1
+
+                Label {
+                    id: caption
+
+                    Layout.fillWidth: true
+                    text: control.text
+                    color: control.tint
+                    Accessible.ignored: control.interactive
+                }
+                Label {
+                    Layout.fillWidth: true
+                    visible: text !== ""
+                    text: control.detail
+                    color: Theme.secondary
+                    size: Theme.subheadline
+                    Accessible.ignored: control.interactive
+                }
+            }
+            Item {
+                id: slot
+
+                Layout.alignment: Qt.AlignRight | Qt.AlignVCenter
+                Layout.fillWidth: control.stacked || control.text === ""
+                implicitWidth: children.length > 0 ? children[0].implicitWidth : 0
+                implicitHeight: children.length > 0 ? children[0].implicitHeight : 0
+                visible: children.length > 0
+            }
+        }
+    }
+
+    background: Item {
+        Rectangle {
+            visible: control.separated
+            x: Theme.mirrored ? Theme.padding - 4 : Theme.padding
+            width: parent.width - 2 * Theme.padding
+            height: Theme.hairline
+            color: Theme.separator
+        }
+        PressTint {
+            anchors.fill: parent
+            anchors.margins: 4
+            radius: Theme.radius
+            over: control
+            visible: control.interactive
+        }
+    }
+}

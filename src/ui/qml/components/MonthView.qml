@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+
+// One month of days to pick from, as the content gives it. `month`: title, previous, next, weekdays, weeks. The arrow
+// keys walk over the days.
+FocusScope {
+    id: view
+
+    required property var month
+    signal picked(string day)
+    signal wentBack
+    signal wentForward
+
+    readonly property real pitch: Math.min(44, width / 7)
+
+    implicitWidth: 308
+    implicitHeight: column.height
+
+    function walk(from: Item, by: int) {
+        const cells = []
+        for (let w = 0; w < weeks.count; ++w) {
+            const week = weeks.itemAt(w) as Row
+            for (let d = 0; d < week.children.length; ++d) {
+                if (week.children[d] instanceof DayButton)
+                    cells.push(week.children[d])
+            }
+        }
+        cells[cells.indexOf(from) + by]?.forceActiveFocus(Qt.TabFocusReason)
+    }
+
+    Column {
+        id: column
+
+        width: parent.width
+        spacing: 4
+
+        Item {
+            width: parent.width
+            height: Math.max(Theme.touch, title.implicitHeight)
+
+            Label {
+                id: title
+
+                anchors.verticalCenter: parent.verticalCenter
+                x: Theme.mirrored ? parent.width - width - 8 : 8
+                width: parent.width - 112
+                text: view.month.title
+                font.weight: Font.DemiBold
+                size: Theme.headline
+                Accessible.role: Accessible.Heading
+            }
+            Row {
+                x: Theme.mirrored ? 0 : parent.width - width
+                anchors.verticalCenter: parent.verticalCenter
+                LayoutMirroring.enabled: Theme.mirrored
+                spacing: 4
+
+                IconButton {
+                    symbol: "chevron.left"
+                    symbolSize: 20
+                    kind: "tinted"
+                    text: view.month.previous.title
+                    onClicked: view.wentBack()
+                }
+                IconButton {
+                    symbol: "chevron.right"
+                    symbolSize: 20
+                    kind: "tinted"
+                    text: view.month.next.title
+                    onClicked: view.wentForward()
+                }
+            }
+        }
+        Row {
+            anchors.horizontalCenter: parent.horizontalCenter
+            LayoutMirroring.enabled: Theme.mirrored
+
+            Repeater {
+                model: view.month.weekdays
+
+                Label {
+                    required property string modelData
+
+                    width: view.pitch
+                    text: modelData
+                    horizontalAlignment: Text.AlignHCenter
+                    wrapMode: Text.NoWrap
+                    elide: Text.ElideRight
+                    color: Theme.secondary
+                    size: Math.min(Theme.caption, 15)
+                    font.weight: Font.DemiBold
+                    Accessible.ignored: true
+                }
+            }
+        }
+        Repeater {
+            id: weeks
+
+            model: view.month.weeks
+
+            Row {
+                id: week
+
+                required property var row
+
+                anchors.horizontalCenter: parent?.horizontalCenter
+                LayoutMirroring.enabled: Theme.mirrored
+
+                Repeater {
+                    model: week.row.cells
+
+                    DayButton {
+                        id: day
+
+                        required property var row
+
+                        width: view.pitch
+                        height: view.pitch
+                        diameter: Math.min(38, view.pitch - 2)
+                        text: row.text
+                        isSelected: row.isSelected
+                        isToday: row.isToday
+                        isFaint: !row.isInMonth
+                        enabled: row.text !== ""
+                        onClicked: view.picked(row.id)
+                        Keys.onLeftPressed: view.walk(day, Theme.mirrored ? 1 : -1)
+                        Keys.onRightPressed: view.walk(day, Theme.mirrored ? -1 : 1)
+                        Keys.onUpPressed: view.walk(day, -7)
+                        Keys.onDownPressed: view.walk(day, 7)
+                        Accessible.name: row.label
+                    }
+                }
+            }
+        }
+    }
+}

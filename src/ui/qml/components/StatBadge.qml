@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+// A figure with its symbol and word on a pale card of its colour. Several share a row evenly.
+Rectangle {
+    id: badge
+
+    required property string symbol
+    required property string value
+    required property string label
+    required property string tone
+
+    implicitWidth: Math.max(96, column.implicitWidth + 16)
+    implicitHeight: column.implicitHeight + 20
+    radius: Theme.radius
+    color: Theme.tint(tone)
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: value + " " + label
+
+    Column {
+        id: column
+
+        anchors.centerIn: parent
+        width: parent.width - 12
+        spacing: 2
+
+        Symbol {
+            anchors.horizontalCenter: parent.horizontalCenter
+            name: badge.symbol
+            size: Theme.title3
+            color: Theme.symbol(badge.tone)
+        }
+        Label {
+            width: parent.width
+            text: badge.value
+            horizontalAlignment: Text.AlignHCenter
+            size: Theme.title3
+            font.weight: Font.Bold
+            Accessible.ignored: true
+        }
+        Label {
+            width: parent.width
+            text: badge.label
+            horizontalAlignment: Text.AlignHCenter
+            color: Theme.secondary
+            size: Theme.caption2
+            font.weight: Font.Medium
+            Accessible.ignored: true
+        }
+    }
+}

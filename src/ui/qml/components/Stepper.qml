@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import QtQuick.Templates as T
+
+// Minus and plus. It only says which was pressed: the next value is the content's business. Up and Down step too.
+T.Control {
+    id: control
+
+    required property string name
+    required property bool canDecrement
+    required property bool canIncrement
+    property int value: 0
+    signal decremented
+    signal incremented
+
+    implicitWidth: 104
+    implicitHeight: Theme.touch
+    focusPolicy: Qt.StrongFocus
+    opacity: enabled ? 1 : Theme.disabledOpacity
+
+    function step(up: bool) {
+        if (up ? canIncrement : canDecrement)
+            up ? incremented() : decremented()
+    }
+
+    Keys.onUpPressed: step(true)
+    Keys.onDownPressed: step(false)
+    Keys.onPressed: event => {
+        const up = event.key === Qt.Key_Plus || event.key === (mirrored ? Qt.Key_Left : Qt.Key_Right)
+        const down = event.key === Qt.Key_Minus || event.key === (mirrored ? Qt.Key_Right : Qt.Key_Left)
+        if (up || down)
+            step(up)
+        event.accepted = up || down
+    }
+
+    Accessible.role: Accessible.SpinBox
+    Accessible.name: name
+    Accessible.onIncreaseAction: step(true)
+    Accessible.onDecreaseAction: step(false)
+
+    background: Rectangle {
+        y: (parent.height - height) / 2
+        height: 36
+        width: parent.width
+        radius: 10
+        color: Theme.field
+
+        FocusRing {
+            shown: control.visualFocus
+            radius: parent.radius + gap
+        }
+    }
+
+    contentItem: Row {
+        LayoutMirroring.enabled: Theme.mirrored
+
+        StepperHalf {
+            symbol: "minus"
+            enabled: control.canDecrement
+            onClicked: control.step(false)
+        }
+        Item {
+            width: 1
+            height: control.height
+
+            Rectangle {
+                anchors.centerIn: parent
+                width: 1
+                height: 18
+                color: Theme.outline
+                opacity: 0.5
+            }
+        }
+        StepperHalf {
+            symbol: "plus"
+            enabled: control.canIncrement
+            onClicked: control.step(true)
+        }
+    }
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+// A number with minus and plus. `row`: label (which holds the value), value, canDecrement, canIncrement.
+ListRow {
+    id: control
+
+    required property var row
+    signal decremented
+    signal incremented
+
+    width: parent ? parent.width : implicitWidth
+    text: row.label
+
+    Stepper {
+        name: control.row.label
+        value: control.row.value
+        canDecrement: control.row.canDecrement
+        canIncrement: control.row.canIncrement
+        onDecremented: control.decremented()
+        onIncremented: control.incremented()
+    }
+}

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+// A colour to pick. The selected one carries a white ring.
+Pressable {
+    id: control
+
+    required property string color
+    required property bool isSelected
+    property real diameter: 44
+
+    implicitWidth: diameter
+    implicitHeight: diameter
+    cornerRadius: diameter / 2
+    focusGap: (diameter - Math.min(width, height)) / 2 + 2
+
+    Accessible.role: Accessible.RadioButton
+    Accessible.checkable: true
+    Accessible.checked: isSelected
+
+    contentItem: Item {
+        Rectangle {
+            anchors.centerIn: parent
+            visible: control.isSelected
+            width: control.diameter - 10
+            height: width
+            radius: width / 2
+            color: "transparent"
+            border.width: 3
+            border.color: "#ffffff"
+        }
+        Symbol {
+            anchors.centerIn: parent
+            visible: control.isSelected
+            name: "checkmark"
+            size: control.diameter * 0.42
+            color: "#ffffff"
+        }
+    }
+    background: Item {
+        Rectangle {
+            anchors.centerIn: parent
+            width: control.diameter
+            height: width
+            radius: width / 2
+            color: control.isSelected ? Theme.solid(control.color) : Theme.fill(control.color)
+
+            PressTint {
+                anchors.fill: parent
+                radius: parent.radius
+                over: control
+            }
+        }
+    }
+}

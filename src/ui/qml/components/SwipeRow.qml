@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+// A row that can be taken away: swiped aside it uncovers a red button; the Delete key, a long press and the menu key
+// reach the same without a swipe.
+FocusScope {
+    id: swipe
+
+    required property string removeTitle
+    property string removeSymbol: "trash"
+    default property alias content: cover.data
+    property color surface: Theme.surface
+    readonly property real reach: 92
+    readonly property int side: Theme.mirrored ? 1 : -1
+    property bool open: false
+    signal removed
+
+    implicitWidth: 328
+    implicitHeight: cover.childrenRect.height
+    clip: true
+
+    Keys.onDeletePressed: removed()
+    Keys.onMenuPressed: menu.open()
+    Keys.onEscapePressed: event => {
+        event.accepted = open
+        open = false
+    }
+
+    Pressable {
+        id: remover
+
+        x: Theme.mirrored ? 0 : parent.width - width
+        width: swipe.reach
+        height: parent.height
+        visible: cover.x !== 0
+        text: swipe.removeTitle
+        focusPolicy: swipe.open ? Qt.StrongFocus : Qt.NoFocus
+        focusGap: -6
+        onClicked: {
+            swipe.open = false
+            swipe.removed()
+        }
+
+        contentItem: Item {
+            Column {
+                anchors.centerIn: parent
+                width: parent.width
+                spacing: 2
+
+                Symbol {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    name: swipe.removeSymbol
+                    size: 22
+                    color: Theme.onSolid
+                }
+                Label {
+                    width: parent.width
+                    text: swipe.removeTitle
+                    horizontalAlignment: Text.AlignHCenter
+                    wrapMode: Text.NoWrap
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: 8
+                    color: Theme.onSolid
+                    size: Theme.caption
+                    font.weight: Font.DemiBold
+                    Accessible.ignored: true
+                }
+            }
+        }
+        background: Rectangle {
+            color: Theme.solid("red")
+
+            PressTint {
+                anchors.fill: parent
+                over: remover
+            }
+        }
+    }
+    Rectangle {
+        id: cover
+
+        width: parent.width
+        height: parent.height
+        x: swipe.open ? swipe.side * swipe.reach : 0
+        color: swipe.surface
+
+        Behavior on x {
+            enabled: !drag.active
+            NumberAnimation { duration: Theme.calm; easing.type: Easing.OutCubic }
+        }
+    }
+    DragHandler {
+        id: drag
+
+        property real start: 0
+
+        target: null
+        yAxis.enabled: false
+        onActiveChanged: {
+            if (active) {
+                start = cover.x
+            } else {
+                swipe.open = cover.x * swipe.side > swipe.reach / 2
+                cover.x = Qt.binding(() => swipe.open ? swipe.side * swipe.reach : 0)
+            }
+        }
+        onTranslationChanged: {
+            if (active)
+                cover.x = swipe.side * Math.min(swipe.reach, Math.max(0, (start + translation.x) * swipe.side))
+        }
+    }
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: menu.open()
+    }
+    TapHandler {
+        acceptedDevices: PointerDevice.TouchScreen
+        onLongPressed: menu.open()
+    }
+
+    MenuPopup {
+        id: menu
+
+        parent: swipe
+        atEnd: true
+        items: [{ id: "remove", title: swipe.removeTitle, symbol: swipe.removeSymbol, isDestructive: true }]
+        onPicked: swipe.removed()
+    }
+}

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import QtQuick.Templates as T
+
+// A line of text. `shown` is the content's text; what the person types is told by edited() and not written anywhere
+// here. While it is being typed the field keeps it, whatever the content makes of it meanwhile.
+T.TextField {
+    id: control
+
+    required property string name
+    property string shown: ""
+    property bool isTitle: false
+    property bool framed: false
+    property string symbol: ""
+    signal edited(string text)
+
+    implicitWidth: 328
+    implicitHeight: Math.max(Theme.touch, contentHeight + topPadding + bottomPadding)
+    leftPadding: symbol !== "" && !Theme.mirrored ? 40 : Theme.padding
+    rightPadding: symbol !== "" && Theme.mirrored ? 40 : Theme.padding
+    topPadding: 10
+    bottomPadding: 10
+    text: shown
+    placeholderText: name
+    font.family: Theme.fontFamily
+    font.pixelSize: isTitle ? Theme.title2 : Theme.body
+    font.weight: isTitle ? Font.Bold : Font.Normal
+    color: Theme.text
+    placeholderTextColor: Theme.placeholder
+    selectionColor: Theme.solid("blue")
+    selectedTextColor: Theme.onSolid
+    verticalAlignment: TextInput.AlignVCenter
+    horizontalAlignment: Theme.mirrored ? TextInput.AlignRight : TextInput.AlignLeft
+    selectByMouse: true
+    opacity: enabled ? 1 : Theme.disabledOpacity
+
+    onTextEdited: edited(text)
+    onShownChanged: if (text !== shown)
+        text = shown
+
+    Accessible.role: Accessible.EditableText
+    Accessible.name: name
+
+    Label {
+        x: control.leftPadding
+        width: control.width - control.leftPadding - control.rightPadding
+        height: control.height
+        visible: control.length === 0 && control.preeditText === ""
+        text: control.placeholderText
+        elide: Text.ElideRight
+        wrapMode: Text.NoWrap
+        verticalAlignment: Text.AlignVCenter
+        horizontalAlignment: Theme.mirrored ? Text.AlignRight : Text.AlignLeft
+        color: control.placeholderTextColor
+        font: control.font
+        Accessible.ignored: true
+    }
+    Symbol {
+        visible: control.symbol !== ""
+        name: control.symbol
+        size: 20
+        x: Theme.mirrored ? control.width - width - 12 : 12
+        y: (control.height - height) / 2
+        color: Theme.placeholder
+    }
+
+    background: Rectangle {
+        radius: Theme.radius
+        color: control.framed ? Theme.field : "transparent"
+
+        FocusRing {
+            shown: control.activeFocus
+            gap: control.framed ? 0 : -5
+            radius: Theme.radius
+        }
+    }
+
+    cursorDelegate: Rectangle {
+        id: cursor
+
+        width: 2
+        color: Theme.focus
+        visible: control.cursorVisible
+    }
+}

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+// A switch with its label; the whole row is pressed. `row`: label, isOn.
+ListRow {
+    id: control
+
+    required property var row
+    signal edited(bool isOn)
+
+    width: parent ? parent.width : implicitWidth
+    text: row.label
+    interactive: true
+    onClicked: edited(!row.isOn)
+
+    Accessible.role: Accessible.CheckBox
+    Accessible.checkable: true
+    Accessible.checked: row.isOn
+    Accessible.onToggleAction: control.click()
+
+    Toggle {
+        isOn: control.row.isOn
+        focusPolicy: Qt.NoFocus
+        Accessible.ignored: true
+        onToggled: isOn => control.edited(isOn)
+    }
+}

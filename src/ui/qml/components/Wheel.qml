@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+
+// A drum of choices that turns to the selected one. `cells` are rows with `value`, `text` and `isSelected`. Turning it,
+// pressing a choice or Up and Down asks for another; showing one never does.
+FocusScope {
+    id: wheel
+
+    required property var cells
+    required property string name
+    readonly property real pitch: Math.max(40, Theme.title3 * 1.7)
+    signal picked(int value)
+
+    implicitWidth: 92
+    implicitHeight: pitch * 5
+    activeFocusOnTab: true
+
+    Accessible.role: Accessible.SpinBox
+    Accessible.name: name + ", " + ((list.currentItem as Choice)?.text ?? "")
+    Accessible.focusable: true
+    Accessible.onIncreaseAction: step(1)
+    Accessible.onDecreaseAction: step(-1)
+
+    function step(by: int) {
+        choose((list.currentIndex + by + list.count) % list.count)
+    }
+    function choose(index: int) {
+        const choice = list.itemAtIndex(index) as Choice
+        list.currentIndex = index
+        picked(choice ? choice.row.value : index)
+    }
+
+    component Choice: Label {
+        required property var row
+        required property int index
+        readonly property bool isSelected: row.isSelected
+        readonly property bool isNear: ListView.isCurrentItem
+
+        width: ListView.view.width
+        height: wheel.pitch
+        text: row.text
+        wrapMode: Text.NoWrap
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        size: isNear ? Theme.title3 : Theme.body
+        font.weight: isNear ? Font.DemiBold : Font.Normal
+        color: isNear ? Theme.text : Theme.secondary
+        opacity: Math.max(0.35, 1 - Math.abs(index - ListView.view.currentIndex) * 0.25)
+        Accessible.ignored: true
+
+        onIsSelectedChanged: if (isSelected)
+            ListView.view.currentIndex = index
+        Component.onCompleted: if (isSelected)
+            ListView.view.settle(index)
+
+        TapHandler {
+            onTapped: wheel.choose(parent.index)
+        }
+    }
+
+    Keys.onUpPressed: step(-1)
+    Keys.onDownPressed: step(1)
+
+    Rectangle {
+        anchors.centerIn: parent
+        width: parent.width
+        height: wheel.pitch
+        radius: Theme.radius
+        color: Theme.field
+
+        FocusRing {
+            shown: wheel.activeFocus
+            gap: 0
+        }
+    }
+    ListView {
+        id: list
+
+        function settle(index: int) {
+            currentIndex = index
+            positionViewAtIndex(index, ListView.Center)
+        }
+
+        anchors.fill: parent
+        clip: true
+        model: wheel.cells
+        delegate: Choice {}
+        cacheBuffer: wheel.pitch * 80
+        snapMode: ListView.SnapToItem
+        highlightRangeMode: ListView.StrictlyEnforceRange
+        preferredHighlightBegin: (height - wheel.pitch) / 2
+        preferredHighlightEnd: (height + wheel.pitch) / 2
+        highlightMoveDuration: Theme.calm
+        boundsBehavior: Flickable.StopAtBounds
+
+        onMovementEnded: {
+            const choice = currentItem as Choice
+            if (choice && !choice.isSelected)
+                wheel.picked(choice.row.value)
+        }
+    }
+}

@@ -1,0 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The same form, scrolled.
+FormPage {
+    objectName: "end"
+}

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import QtQuick.Layouts
+import Pillora
+import Pillora.Samples
+
+Page {
+    title: "History"
+    tab: 3
+    toolbar: null
+
+    SegmentedPicker {
+        width: parent.width
+        name: "Time Range"
+        options: Sample.rows([{ id: "a", title: "Today", isSelected: false }, { id: "b", title: "Week", isSelected: true },
+            { id: "c", title: "Month", isSelected: false }, { id: "d", title: "All", isSelected: false }])
+    }
+    Card {
+        width: parent.width
+
+        RowLayout {
+            width: parent.width
+            spacing: 16
+
+            ProgressRing { value: 0.86; text: "86"; suffix: "%"; tone: "green"; trackTone: "grey"; diameter: 80; lineWidth: 8 }
+            ColumnLayout {
+                spacing: 2
+
+                Label { Layout.fillWidth: true; text: "Adherence Rate"; color: Theme.secondary; size: Theme.subheadline }
+                Label { Layout.fillWidth: true; text: "Great job!"; size: Theme.title3; font.weight: Font.Bold }
+            }
+        }
+    }
+    Flow {
+        width: parent.width
+        spacing: 8
+
+        Chip { text: "All"; symbol: "list.bullet"; tone: "blue"; isSelected: true }
+        Chip { text: "Taken"; symbol: "checkmark.circle.fill"; tone: "green"; isSelected: false }
+        Chip { text: "Missed"; symbol: "xmark.circle.fill"; tone: "red"; isSelected: false }
+        Chip { text: "Skipped"; symbol: "forward.circle.fill"; tone: "orange"; isSelected: false }
+    }
+    SearchField {
+        width: parent.width
+        name: "Search medicines"
+    }
+    ListSection {
+        header: "Active"
+
+        SwipeRow {
+            width: parent.width
+            removeTitle: "Delete"
+            open: true
+
+            LinkRow { width: parent.width; text: "Aspirin"; detail: "100 mg"; separated: false }
+        }
+        SwipeRow {
+            width: parent.width
+            removeTitle: "Delete"
+
+            LinkRow { width: parent.width; text: "Vitamin D"; detail: "5 drops"; value: "in 2 hr."; separated: true }
+        }
+    }
+}
