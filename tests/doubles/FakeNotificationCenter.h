@@ -25,6 +25,7 @@ class FakeNotificationCenter final : public UNUserNotificationCenter {
   std::optional<Error> permissionError;
   UNNotificationSettings settings;
   std::function<std::optional<Error>(const UNNotificationRequest&)> refusal;  ///< a refused request is not kept
+  std::function<void()> beforeRemoval;  ///< called at each removal, before anything is taken away
 
   // What it was asked, in order: "add ID", "remove ID ID", "setNotificationCategories NAME" …
   std::vector<std::string> calls;
@@ -81,6 +82,7 @@ class FakeNotificationCenter final : public UNUserNotificationCenter {
   }
 
   void removePendingNotificationRequests(std::vector<std::string> identifiers) override {
+    if (beforeRemoval) beforeRemoval();
     std::string call = "removePendingNotificationRequests";
     for (const auto& identifier : identifiers) call += " " + identifier;
     calls.push_back(call);

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "doubles/Instants.h"
 #include "doubles/Places.h"
 #include "doubles/RefusingCalendar.h"
@@ -44,6 +46,25 @@ TEST(MedicineForm, withACalendarThatKnowsNoNineTheTimesAreThoseOfNow) {
   EXPECT_EQ(interval.dailyTimes, std::vector<TimeOfDay>{now});
   EXPECT_EQ(interval.weeklyTime, now);
   EXPECT_EQ(interval.monthlyTime, now);
+}
+
+TEST(MedicineForm, hoursAndMinutesAddUpToTheMinutesOfACustomInterval) {
+  EXPECT_EQ(customIntervalMinutes(8, 0), 480);
+  EXPECT_EQ(customIntervalMinutes(0, 0), 0);
+  EXPECT_EQ(customIntervalMinutes(168, 55), 10135);
+}
+
+TEST(MedicineFormDeathTest, aCustomIntervalBeyondSixtyFourBitsEndsTheProgram) {
+  constexpr int64_t kFarthest = std::numeric_limits<int64_t>::max();
+  EXPECT_DEATH(customIntervalMinutes(kFarthest, 0), "");
+  EXPECT_DEATH(customIntervalMinutes(kFarthest / 60, 59), "");
+}
+
+TEST(MedicineForm, kindsOfScheduleHaveTheirSymbols) {
+  std::vector<std::string> symbols;
+  for (const ReminderIntervalType type : kAllReminderIntervalTypes) symbols.push_back(intervalSymbol(type));
+  EXPECT_EQ(symbols,
+            (std::vector<std::string>{"clock", "sun.max", "calendar.badge.clock", "calendar", "slider.horizontal.3"}));
 }
 
 }  // namespace

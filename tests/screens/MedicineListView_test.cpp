@@ -172,5 +172,71 @@ TEST_F(MedicineListViewTest, theListFollowsTheStore) {
   EXPECT_TRUE(content().empty.has_value());
 }
 
+TEST_F(MedicineListViewTest, everyRowOpensSomethingAndSectionsHaveStableIds) {
+  const auto medicine = add("Aspirin");
+  add("Old", false);
+  EXPECT_EQ(content().sections.at(0).id, "active");
+  EXPECT_EQ(content().sections.at(1).id, "inactive");
+  EXPECT_EQ(onlyRow().chevron, "chevron.right");
+  view_.selectedMedicine = onlyRow().id;
+  EXPECT_EQ(view_.selectedMedicine, medicine->id());
+}
+
+TEST_F(MedicineListViewTest, opensWithNothingPresentedAndNoSearch) {
+  EXPECT_FALSE(view_.showingAddMedicine);
+  EXPECT_EQ(view_.selectedMedicine, std::nullopt);
+  EXPECT_EQ(view_.searchText, "");
+}
+
+TEST_F(MedicineListViewTest, swipingCancelsTheRemindersAndFollowUpsBeforeTheRecordGoes) {
+  const auto medicine = fixture_.add(medicineNamed("Aspirin", daily({{22, 30}})));
+  const auto other = fixture_.add(medicineNamed("Zinc", daily({{22, 30}})));
+  const auto log = fixture_.log(medicine, kNow, DoseStatus::taken);
+  for (const auto& each : {medicine, other}) fixture_.notifications.scheduleUpcomingNotifications(*each, 2);
+  ASSERT_EQ(fixture_.center.pending.size(), 8U) << "each with its follow-up at 23:30";
+  int removals = 0;
+  fixture_.center.beforeRemoval = [&] {
+    ++removals;
+    EXPECT_FALSE(medicine->isDeleted());
+  };
+  view_.deleteRows("active", {medicine->id()});
+  EXPECT_EQ(removals, 1);
+  EXPECT_TRUE(medicine->isDeleted());
+  EXPECT_TRUE(log->isDeleted());
+  EXPECT_EQ(namesIn(content()), (Names{"# Active", "Zinc"}));
+  ASSERT_EQ(fixture_.center.pending.size(), 4U);
+  for (const auto& id : fixture_.center.pendingIdentifiers()) EXPECT_TRUE(id.starts_with(other->id().text()));
+}
+
+TEST_F(MedicineListViewTest, severalRowsAreDeletedInTheirOrderAndAnActiveOneToo) {
+  const auto a = add("A"), b = add("B"), c = add("C");
+  std::vector<bool> wasThere;
+  fixture_.center.beforeRemoval = [&] { wasThere = {a->isDeleted(), c->isDeleted()}; };
+  for (const auto& each : {a, c}) fixture_.notifications.scheduleUpcomingNotifications(*each, 1);
+  view_.deleteRows("active", {c->id(), a->id()});
+  EXPECT_EQ(wasThere, (std::vector<bool>{false, true})) << "the second goes after the first is gone";
+  EXPECT_EQ(namesIn(content()), (Names{"# Active", "B"}));
+}
+
+TEST_F(MedicineListViewTest, onlyRowsOfTheSectionThatAreShownAreDeleted) {
+  const auto aspirin = add("Aspirin"), zinc = add("Zinc"), old = add("Old", false);
+  view_.deleteRows("inactive", {aspirin->id()});
+  view_.deleteRows("active", {old->id(), UUID::random()});
+  view_.deleteRows("Active", {aspirin->id()});
+  view_.searchText = "zin";
+  view_.deleteRows("active", {aspirin->id()});
+  view_.deleteRows("active", {zinc->id(), zinc->id()});
+  view_.searchText = "";
+  EXPECT_EQ(namesIn(content()), (Names{"# Active", "Aspirin", "# Inactive", "Old"}));
+  view_.deleteRows("inactive", {old->id()});
+  EXPECT_EQ(namesIn(content()), (Names{"# Active", "Aspirin"}));
+}
+
+TEST_F(MedicineListViewTest, swipingAwayTheLastMedicineShowsThePanel) {
+  const auto medicine = add("Aspirin");
+  view_.deleteRows("active", {medicine->id()});
+  EXPECT_TRUE(content().empty);
+}
+
 }  // namespace
 }  // namespace pillora
