@@ -11,7 +11,9 @@ namespace pillora {
 
 Result<std::unique_ptr<PilloraApp>> PilloraApp::start(const Platform& platform,
                                                       const ModelConfiguration& configuration) {
-  auto container = ModelContainer::open(configuration, platform.executor);
+  ModelConfiguration timed = configuration;
+  timed.clock = &platform.clock;
+  auto container = ModelContainer::open(timed, platform.executor);
   if (!container) return Error{"Could not create ModelContainer: " + container.error().description};
   return std::unique_ptr<PilloraApp>(new PilloraApp(platform, *std::move(container)));
 }

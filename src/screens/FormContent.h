@@ -120,9 +120,8 @@ struct GridCell {
   bool isSelected = false;
 
   static constexpr auto fields() {
-    using Cell = GridCell;
-    return std::tuple(field("id", &Cell::id), field("title", &Cell::title), field("symbol", &Cell::symbol),
-                      field("color", &Cell::color), field("isSelected", &Cell::isSelected));
+    return std::tuple(field("id", &GridCell::id), field("title", &GridCell::title), field("symbol", &GridCell::symbol),
+                      field("color", &GridCell::color), field("isSelected", &GridCell::isSelected));
   }
 };
 

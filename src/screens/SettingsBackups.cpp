@@ -74,9 +74,9 @@ void SettingsView::finishCreating(const Result<std::string>& path) {
   observers_.notify();
 }
 
-void SettingsView::openRestoreSheet() {
+void SettingsView::openRestoreSheet(Done<void> done) {
   showingRestoreSheet_ = true;
-  loadBackups();
+  loadBackups(std::move(done));
 }
 
 void SettingsView::closeRestoreSheet() {
@@ -84,19 +84,26 @@ void SettingsView::closeRestoreSheet() {
   observers_.notify();
 }
 
-void SettingsView::loadBackups() {
+void SettingsView::loadBackups(Done<void> done) {
   listingsUnderWay_ += 2;
-  backups_.listLocalBackups(whileShown([this](Listing listing) { takeOver(localBackups_, std::move(listing)); }));
-  backups_.listiCloudBackups(whileShown([this](Listing listing) { takeOver(cloudBackups_, std::move(listing)); }));
+  const auto outcome = std::make_shared<Result<void>>();
+  backups_.listLocalBackups(whileShown([this, outcome](Listing listing) {  //
+    takeOver(localBackups_, std::move(listing), *outcome);
+  }));
+  backups_.listiCloudBackups(whileShown([this, outcome, done = std::move(done)](Listing listing) {
+    takeOver(cloudBackups_, std::move(listing), *outcome);
+    if (done) done(*outcome);
+  }));
   observers_.notify();
 }
 
-void SettingsView::takeOver(std::vector<BackupInfo>& list, Listing listing) {
+void SettingsView::takeOver(std::vector<BackupInfo>& list, Listing listing, Result<void>& outcome) {
   --listingsUnderWay_;
   if (listing) {
     list = *std::move(listing);
   } else {
     console_.print("Error loading backups: " + listing.error().description);
+    outcome = listing.error();
   }
   observers_.notify();
 }
@@ -146,7 +153,7 @@ void SettingsView::deleteBackup(const std::string& url, std::function<void(bool)
     return;
   }
   backups_.deleteBackup(url, whileShown([this, done = std::move(done)](const Result<void>& deleted) {
-                          loadBackups();
+                          loadBackups({});
                           if (done) done(static_cast<bool>(deleted));
                         }));
 }

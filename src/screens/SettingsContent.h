@@ -6,6 +6,7 @@
 #include <tuple>
 #include <vector>
 
+#include "backup/BackupService.h"
 #include "screens/Content.h"
 #include "screens/FormContent.h"
 #include "support/Fields.h"
@@ -18,7 +19,7 @@ namespace pillora {
 /// One backup of a list.
 struct BackupRow {
   UUID id;                ///< of this listing; the next one numbers anew
-  std::string url;        ///< which file the actions are about
+  BackupInfo backup;      ///< its `url` is what the actions are called with
   std::string title;      ///< when it was made
   std::string detail;     ///< how large it is
   ActionItem restore;     ///< at once, without a question
@@ -28,7 +29,7 @@ struct BackupRow {
 
   static constexpr auto fields() {
     using Row = BackupRow;
-    return std::tuple(field("id", &Row::id), field("url", &Row::url), field("title", &Row::title),
+    return std::tuple(field("id", &Row::id), field("backup", &Row::backup), field("title", &Row::title),
                       field("detail", &Row::detail), field("restore", &Row::restore), field("color", &Row::color),
                       field("remove", &Row::remove), field("isEnabled", &Row::isEnabled));
   }

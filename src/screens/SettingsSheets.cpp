@@ -48,7 +48,7 @@ void SettingsView::addBackups(RestoreSheet& sheet, std::string id, std::string t
   BackupSection section{std::move(id), std::move(title), {}};
   for (const BackupInfo& backup : backups) {
     section.rows.push_back({backup.id,
-                            backup.url,
+                            backup,
                             texts.mediumDateAndShortTime(backup.createdAt, settingsShown(settings_).use24HourTime()),
                             texts.fileSize(backup.fileSize),
                             {"restore", texts.text("Restore"), "arrow.counterclockwise"},

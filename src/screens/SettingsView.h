@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -18,6 +19,12 @@
 #include "support/Result.h"
 
 namespace pillora {
+
+/// The ids of the controls, in the order of the screen.
+inline constexpr std::array<std::string_view, 11> kSettingsFields = {
+    "weekStartDay",          "use24HourTime",     "notificationSound",    "defaultSnoozeDurationMinutes",
+    "defaultMaxSnoozeCount", "showMedicineIcons", "enableHaptics",        "enableiCloudSync",
+    "enableLocalBackup",     "backupFrequency",   "requireAuthentication"};
 
 /// What a restore added and changed.
 struct RestoredBackup {
@@ -65,8 +72,9 @@ class SettingsView {
   void createLocalBackup(Done<std::string> done = {});
   void createiCloudBackup(Done<std::string> done = {});
 
-  /// Shows the sheet and lists the backups anew.
-  void openRestoreSheet();
+  /// Shows the sheet and lists the backups anew. A list that cannot be read is printed and stays as it was; `done` is
+  /// told when both have been asked for.
+  void openRestoreSheet(Done<void> done = {});
   void closeRestoreSheet();
   /// Adds what the file holds: all its medicines as new ones, and its settings if it has any. A file that cannot be
   /// read changes nothing. While one is being restored another is not begun, and `done` is not called.
@@ -97,8 +105,8 @@ class SettingsView {
   // Backups (SettingsBackups.cpp).
   void createBackup(CreateOperation operation, Done<std::string> done);
   void finishCreating(const Result<std::string>& path);
-  void loadBackups();
-  void takeOver(std::vector<BackupInfo>& list, Listing listing);
+  void loadBackups(Done<void> done);
+  void takeOver(std::vector<BackupInfo>& list, Listing listing, Result<void>& outcome);
   Result<RestoredBackup> restore(const Result<BackupData>& data);
   /// `job` while the screen is there, nothing afterwards.
   template <typename Job>

@@ -173,7 +173,7 @@ TEST_F(SettingsViewBackups, theRestoreSheetListsLocalAndCloudBackupsNewestFirst)
   EXPECT_EQ(sheet->sections[1].title, "iCloud Backups");
   ASSERT_EQ(sheet->sections[0].rows.size(), 2u);
   const BackupRow& first = sheet->sections[0].rows[0];
-  EXPECT_EQ(first.url, "/documents/Backups/new.json");
+  EXPECT_EQ(first.backup.url, "/documents/Backups/new.json");
   EXPECT_EQ(plainBlanks(first.title), "Jan 10, 2025, 9:30 AM");
   EXPECT_EQ(first.detail, "512 bytes");
   EXPECT_EQ(first.restore, (ActionItem{"restore", "Restore", "arrow.counterclockwise"}));
@@ -234,8 +234,11 @@ TEST_F(SettingsViewBackups, aListingThatFailsIsPrintedAndTheListsStayAsTheyWere)
   fixture_.settle();
   const UUID shown = content().restoreSheet->sections.at(0).rows.at(0).id;
   fixture_.files.failures["contentsOfDirectory"] = "input/output error";
-  view_.openRestoreSheet();
+  std::optional<Result<void>> outcome;
+  view_.openRestoreSheet([&](const Result<void>& listed) { outcome = listed; });
   fixture_.settle();
+  ASSERT_TRUE(outcome);
+  EXPECT_FALSE(*outcome);
   EXPECT_EQ(fixture_.console.lines(),
             (Names{"Error loading backups: input/output error", "Error loading backups: input/output error"}));
   EXPECT_EQ(content().restoreSheet->sections.at(0).rows.at(0).id, shown);
@@ -267,7 +270,7 @@ TEST_F(SettingsViewBackups, aDeletedBackupIsGoneFromTheListRightAway) {
   EXPECT_FALSE(fixture_.files.fileExists(gone));
   const auto sections = content().restoreSheet->sections;
   ASSERT_EQ(sections.at(0).rows.size(), 1u);
-  EXPECT_EQ(sections[0].rows[0].url, kept);
+  EXPECT_EQ(sections[0].rows[0].backup.url, kept);
 }
 
 TEST_F(SettingsViewBackups, anErrorInDeletingIsDropped) {
