@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "backup/BackupData.h"
 
-#include <chrono>
 #include <utility>
 
 #include "platform/FileManager.h"
@@ -29,7 +28,12 @@ Json jsonOf(bool value) { return value; }
 Json jsonOf(int64_t value) { return value; }
 Json jsonOf(const std::string& value) { return writableText(value); }
 Json jsonOf(const UUID& value) { return value.text(); }
-Json jsonOf(Instant value) { return iso8601(Instant(std::chrono::floor<std::chrono::seconds>(value.sinceEpoch()))); }
+/// Without its fraction the text names the second that had begun, before 1970 as well.
+Json jsonOf(Instant value) {
+  std::string text = iso8601(value);
+  if (const size_t point = text.find('.'); point != std::string::npos) text.replace(point, std::string::npos, "Z");
+  return text;
+}
 Json jsonOf(const ReminderInterval& value) { return intervalToJson(value); }
 Json jsonOf(WeekStartDay value) { return rawValue(value); }
 Json jsonOf(NotificationSound value) { return rawValue(value); }
