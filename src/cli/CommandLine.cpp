@@ -47,6 +47,11 @@ void addScreens(CLI::App& app, CommandLine& line) {
   command(app, "upcoming", "Every open dose of the next seven days");
   auto& medicines = command(app, "medicines", "All medicines and when each is due next");
   value(medicines, "--search", line.search, "TEXT", "Only those whose name holds TEXT");
+  auto& history = command(app, "history", "What became of every dose, and how many were taken",
+                          "  pilloractl history --range month\n"
+                          "  pilloractl history --range all --filter missed");
+  value(history, "--range", line.range, "today|week|month|all", "How far back (default: week)");
+  value(history, "--filter", line.filter, "all|taken|missed|skipped", "Only these doses (default: all)");
 }
 
 void addScheduleOptions(CLI::App& add, CommandLine& line) {
@@ -123,6 +128,10 @@ void addDoseCommands(CLI::App& app, CommandLine& line) {
   auto& undo =
       command(app, "undo", "Take a record of a dose back", "  pilloractl undo 6F9619FF-8B86-D011-B42D-00CF4FC964FF");
   argument(undo, "LOG-ID", line.logId, "The record, as 'today' and 'logs' print it")->required();
+  auto& mark = command(app, "mark", "Change a missed or skipped dose",
+                       "  pilloractl mark 6F9619FF-8B86-D011-B42D-00CF4FC964FF taken");
+  argument(mark, "LOG-ID", line.logId, "The record, as 'history' and 'logs' print it")->required();
+  argument(mark, "STATUS", line.status, "taken or skipped")->required();
   auto& logs = command(app, "logs", "The records of doses, earliest first");
   argument(logs, "REF", line.ref, "Only of this medicine");
 }

@@ -22,7 +22,7 @@ struct CommandLine {
   std::string command;
 
   // Words and options after it.
-  Word ref, instant, logId, shell, search, taskIdentifier;
+  Word ref, instant, logId, status, shell, search, range, filter, taskIdentifier;
   Word interval, after, count;
   Word name, dosage, unit, instructions, color, icon, active, allowSnooze, snoozeMinutes, maxSnooze, repeating, start,
       end;

@@ -21,6 +21,7 @@ using Action = std::function<Result<std::string>()>;
 Result<Action> todayCommand(const CommandLine& line, Session& session);
 Result<Action> upcomingCommand(const CommandLine& line, Session& session);
 Result<Action> medicinesCommand(const CommandLine& line, Session& session);
+Result<Action> historyCommand(const CommandLine& line, Session& session);
 
 // Medicines.
 Result<Action> addCommand(const CommandLine& line, Session& session);
@@ -32,6 +33,7 @@ Result<Action> takeCommand(const CommandLine& line, Session& session);
 Result<Action> skipCommand(const CommandLine& line, Session& session);
 Result<Action> snoozeCommand(const CommandLine& line, Session& session);
 Result<Action> undoCommand(const CommandLine& line, Session& session);
+Result<Action> markCommand(const CommandLine& line, Session& session);
 Result<Action> logsCommand(const CommandLine& line, Session& session);
 
 // The app's own work and what it planned.

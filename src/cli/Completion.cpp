@@ -21,20 +21,20 @@ std::string joined(const Range& words) {
   return text;
 }
 
-/// The words that an option offers, apart by blanks; empty when its value is free.
-std::string offered(const OptionWords& option) {
-  if (option.placeholder == "yes|no") return "yes no";
-  if (option.name == "--unit") return joined(kUnitWords);
-  if (option.name == "--color") return joined(kColorNames);
-  if (option.name == "--icon") return joined(kIconNames);
-  return {};
-}
-
 std::string replaced(std::string text, std::string_view from, std::string_view to) {
   for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
     text.replace(at, from.size(), to);
   }
   return text;
+}
+
+/// The words that an option offers, apart by blanks; empty when its value is free.
+std::string offered(const OptionWords& option) {
+  if (option.placeholder.find('|') != std::string::npos) return replaced(option.placeholder, "|", " ");
+  if (option.name == "--unit") return joined(kUnitWords);
+  if (option.name == "--color") return joined(kColorNames);
+  if (option.name == "--icon") return joined(kIconNames);
+  return {};
 }
 
 std::vector<std::string> optionNames(const CommandWords& command) {
@@ -122,6 +122,10 @@ _pilloractl() {
       done < <(_pilloractl_fetch "$1" medicines '"name":"[^"\\]*"') ;;
     undo)
       mapfile -t COMPREPLY < <(compgen -W "$(_pilloractl_fetch "$1" today '"id":"[0-9A-F-]\{36\}"')" -- "$cur") ;;
+    mark)
+      words='taken skipped'
+      [[ $prev != mark ]] || words=$(_pilloractl_fetch "$1" history '"id":"[0-9A-F-]\{36\}"')
+      mapfile -t COMPREPLY < <(compgen -W "$words" -- "$cur") ;;
   esac
 }
 complete -F _pilloractl pilloractl
@@ -190,6 +194,9 @@ _pilloractl() {
   case $command in
     @REFS@) found=("${(@f)$(_pilloractl_fetch medicines '"name":"[^"\\]*"')}") ;;
     undo) found=("${(@f)$(_pilloractl_fetch today '"id":"[0-9A-F-]\{36\}"')}") ;;
+    mark)
+      found=(taken skipped)
+      [[ $words[CURRENT-1] == mark ]] && found=("${(@f)$(_pilloractl_fetch history '"id":"[0-9A-F-]\{36\}"')}") ;;
     completion) found=(bash zsh fish) ;;
   esac
   compadd -M 'm:{a-zA-Z}={A-Za-z}' -a found
@@ -271,6 +278,7 @@ std::string fishScript(const std::vector<CommandWords>& words) {
   };
   script += values(refCommands(words, " "), R"((__pilloractl_fetch medicines '"name":"[^"\\]*"'))");
   script += values("undo", R"((__pilloractl_fetch today '"id":"[0-9A-F-]\{36\}"'))");
+  script += values("mark", R"((__pilloractl_fetch history '"id":"[0-9A-F-]\{36\}"') taken skipped)");
   return script + values("completion", "bash zsh fish");
 }
 

@@ -5,6 +5,7 @@
 #include "cli/Rendering.h"
 #include "schedule/Schedule.h"
 #include "screens/DoseTexts.h"
+#include "screens/ReminderHistoryView.h"
 #include "screens/TodayView.h"
 #include "support/Json.h"
 
@@ -94,30 +95,66 @@ std::string logsText(const Logs& logs, const ScreenEnvironment& screens, const S
   return rendered(days, session.terminal());
 }
 
+/// The record that a command is about, with nothing slipping in between finding and changing it.
+Result<std::shared_ptr<DoseLog>> logForChange(const UUID& id, ModelContext& context) {
+  if (const auto begun = context.beginWriting(); !begun) return begun.error();
+  if (const auto log = context.find<DoseLog>(id)) return log;
+  return context.takeReadError().value_or(Error{"no dose is recorded as " + id.text()});
+}
+
+Result<UUID> logId(const CommandLine& line) {
+  if (const auto id = UUID::parse(*line.logId)) return *id;
+  return Error{"'" + *line.logId + "' is no identifier"};
+}
+
+constexpr std::string_view kTaken = "Taken: {name}, {date}, {time}";
+constexpr std::string_view kSkipped = "Skipped: {name}, {date}, {time}";
+
 }  // namespace
 
 Result<Action> takeCommand(const CommandLine& line, Session& session) {
-  return recordCommand(line, session, &TodayView::take, "Taken: {name}, {date}, {time}");
+  return recordCommand(line, session, &TodayView::take, kTaken);
 }
 
 Result<Action> skipCommand(const CommandLine& line, Session& session) {
-  return recordCommand(line, session, &TodayView::skip, "Skipped: {name}, {date}, {time}");
+  return recordCommand(line, session, &TodayView::skip, kSkipped);
 }
 
 Result<Action> undoCommand(const CommandLine& line, Session& session) {
-  const auto id = UUID::parse(*line.logId);
-  if (!id) return Error{"'" + *line.logId + "' is no identifier"};
+  const auto id = logId(line);
+  if (!id) return id.error();
   return Action([&session, id = *id]() -> Result<std::string> {
     const auto screens = session.open();
     if (!screens) return screens.error();
-    if (const auto begun = screens->context.beginWriting(); !begun) return begun.error();
-    const auto log = screens->context.find<DoseLog>(id);
-    if (!log) return screens->context.takeReadError().value_or(Error{"no dose is recorded as " + id.text()});
-    const std::string name = medicineName(*log, screens->texts);
+    const auto log = logForChange(id, screens->context);
+    if (!log) return log.error();
+    const std::string name = medicineName(**log, screens->texts);
     if (const auto undone = TodayView(*screens).undo(id); !undone) return undone.error();
     if (const auto saved = session.save(); !saved) return saved.error();
     if (session.json()) return jsonLine(Json::object({{"id", toJson(id)}}));
     return messageLine(screens->texts.text("Taken back: {name}", {{"name", name}}), session);
+  });
+}
+
+Result<Action> markCommand(const CommandLine& line, Session& session) {
+  const auto id = logId(line);
+  if (!id) return id.error();
+  const bool isTaken = *line.status == "taken";
+  if (!isTaken && *line.status != "skipped") return Error{"'" + *line.status + "' is neither taken nor skipped"};
+  return Action([&session, id = *id, isTaken, word = *line.status]() -> Result<std::string> {
+    const auto screens = session.open();
+    if (!screens) return screens.error();
+    const auto log = logForChange(id, screens->context);
+    if (!log) return log.error();
+    const std::string recorded = statusTextInSentence((*log)->status(), screens->texts);
+    const auto marked =
+        ReminderHistoryView(*screens).onStatusChange(id, isTaken ? DoseStatus::taken : DoseStatus::skipped);
+    if (!marked) return marked.error();
+    if (!*marked) return Error{"the dose is recorded as " + recorded + " and cannot be marked " + word};
+    if (const auto saved = session.save(); !saved) return saved.error();
+    if (session.json()) return jsonLine(Json::object({{"id", toJson(id)}}));
+    const auto text = recordedText(isTaken ? kTaken : kSkipped, *(*log)->medicine(), (*log)->scheduledTime(), *screens);
+    return messageLine(text, session);
   });
 }
 

@@ -17,11 +17,12 @@ using Weight = Cell::Weight;
 
 /// A letter that every terminal has, for the symbols that a terminal needs.
 std::string glyph(std::string_view symbol) {
-  static constexpr std::array<std::pair<std::string_view, std::string_view>, 6> kGlyphs = {
+  static constexpr std::array<std::pair<std::string_view, std::string_view>, 7> kGlyphs = {
       {{"checkmark.circle.fill", "✓"},
        {"checkmark.circle", "✓"},
        {"xmark.circle.fill", "✗"},
        {"clock.fill", "○"},
+       {"list.bullet", "≡"},
        {"forward.circle.fill", "»"},
        {"clock.arrow.circlepath", "~"}}};
   const auto here = std::find_if(kGlyphs.begin(), kGlyphs.end(), [&](const auto& one) { return one.first == symbol; });
@@ -53,12 +54,17 @@ void addFirstSteps(Page& page, const Texts& texts) {
   page.line({"pilloractl add --help", "secondary"}, 4);
 }
 
-void addProgress(Page& page, const DayProgress& progress, const std::vector<StatBadge>& badges) {
+/// A ring as a bar.
+std::string bar(double value) {
   constexpr size_t kCells = 20;
-  const auto filled = static_cast<size_t>(std::clamp(progress.value, 0.0, 1.0) * kCells);
+  const auto filled = static_cast<size_t>(std::clamp(value, 0.0, 1.0) * kCells);
   std::string bar;
   for (size_t i = 0; i < kCells; ++i) bar += i < filled ? "█" : "░";
-  std::vector<Cell> cells = {{bar + ' ' + progress.text, progress.color}};
+  return bar;
+}
+
+void addProgress(Page& page, const DayProgress& progress, const std::vector<StatBadge>& badges) {
+  std::vector<Cell> cells = {{bar(progress.value) + ' ' + progress.text, progress.color}};
   for (const StatBadge& badge : badges) {
     cells.push_back({glyph(badge.icon) + ' ' + badge.value + ' ' + badge.label, badge.color});
   }
@@ -88,6 +94,41 @@ void addActivity(Page& page, const std::vector<DoseLogRow>& logs, const Texts& t
                     texts.text("undo with") + "  pilloractl undo " + log.id.text()});
   }
   page.table({{Align::right}, {}, {}, {}}, std::move(rows));
+}
+
+/// A choice among several; brackets tell the selected one where there are no colours.
+Cell choice(const std::string& text, bool isSelected, std::string_view color) {
+  if (isSelected) return {'[' + text + ']', color, Weight::bold};
+  return {text, color};
+}
+
+void addAdherence(Page& page, const HistoryContent& content) {
+  const Adherence& adherence = content.adherence;
+  page.flow({{bar(adherence.ring) + ' ' + adherence.percentText + adherence.percentSign, adherence.color},
+             {adherence.title, "secondary"},
+             {adherence.message, {}, Weight::bold}});
+  std::vector<Cell> stats;
+  for (const StatItem& item : content.stats) {
+    stats.push_back({glyph(item.icon) + ' ' + std::to_string(item.value) + ' ' + item.label, item.color});
+  }
+  page.flow(stats);
+}
+
+/// Below each log that can still be changed stands the command for it.
+void addHistoryRows(Page& page, const std::vector<HistoryLogRow>& logs, const Texts& texts) {
+  std::vector<TableRow> rows;
+  for (const auto& log : logs) {
+    std::string note;
+    if (log.canTake) note = "pilloractl mark " + log.id.text() + " taken";
+    if (log.canSkip) note += ' ' + texts.text("or skipped");
+    rows.push_back({{{glyph(log.symbol), log.color},
+                     {log.timeText},
+                     {log.name, {}, Weight::bold},
+                     {log.statusText, log.color},
+                     {log.timing.value_or(""), log.timingColor ? std::string_view(*log.timingColor) : ""}},
+                    std::move(note)});
+  }
+  page.table({kWhole, {Align::right}, {}, {}, {}}, std::move(rows));
 }
 
 void addRows(Page& page, const std::vector<MedicineRowView>& medicines, const Texts& texts) {
@@ -164,6 +205,32 @@ std::string rendered(const MedicineListContent& content, const Terminal& termina
     page.section(section.title);
     addRows(page, section.rows, texts);
   }
+  return page.text();
+}
+
+std::string rendered(const HistoryContent& content, const Terminal& terminal, const Texts& texts) {
+  Page page(terminal);
+  page.heading(content.title);
+  std::vector<Cell> ranges = {{content.rangeTitle + ':', "secondary"}};
+  for (const RangeSegment& range : content.ranges) ranges.push_back(choice(range.title, range.isSelected, {}));
+  page.flow(ranges);
+  page.blank();
+  addAdherence(page, content);
+  page.blank();
+  std::vector<Cell> chips;
+  for (const FilterChip& chip : content.chips) {
+    chips.push_back(choice(glyph(chip.symbol) + ' ' + chip.title, chip.isSelected, chip.color));
+  }
+  page.flow(chips);
+  if (content.empty) {
+    page.blank();
+    addPanel(page, *content.empty);
+  }
+  for (const HistoryDay& day : content.days) {
+    page.section(day.title + "  " + day.count);
+    addHistoryRows(page, day.logs, texts);
+  }
+  if (content.hasMore) page.paragraph({texts.text("There are more."), "secondary"});
   return page.text();
 }
 

@@ -6,6 +6,7 @@
 
 #include "cli/CliEnvironment.h"
 #include "screens/MedicineListView.h"
+#include "screens/ReminderHistoryContent.h"
 #include "screens/TodayView.h"
 #include "screens/UpcomingView.h"
 
@@ -17,6 +18,7 @@ namespace pillora {
 std::string rendered(const TodayContent& content, const Terminal& terminal, const Texts& texts);
 std::string rendered(const UpcomingContent& content, const Terminal& terminal, const Texts& texts);
 std::string rendered(const MedicineListContent& content, const Terminal& terminal, const Texts& texts);
+std::string rendered(const HistoryContent& content, const Terminal& terminal, const Texts& texts);
 
 /// Logs under the date of their day.
 struct LogDay {

@@ -3,6 +3,7 @@
 
 #include "cli/Commands.h"
 #include "cli/Rendering.h"
+#include "screens/ReminderHistoryView.h"
 #include "support/Json.h"
 
 namespace pillora {
@@ -14,6 +15,21 @@ template <typename Content>
 Result<std::string> printed(const Content& content, ModelContext& context, const Session& session) {
   if (auto error = context.takeReadError()) return *std::move(error);
   return session.json() ? jsonLine(toJson(content)) : rendered(content, session.terminal(), session.texts());
+}
+
+/// The one of `all` whose raw value, in small letters, is the word; without a word the standard.
+template <typename Choices>
+Result<typename Choices::value_type> chosen(const CommandLine::Word& word, const Choices& all,
+                                            typename Choices::value_type standard, std::string_view what) {
+  if (!word) return standard;
+  std::string offered;
+  for (const auto choice : all) {
+    std::string name(rawValue(choice));
+    name[0] = static_cast<char>(name[0] - 'A' + 'a');
+    if (name == *word) return choice;
+    offered += (offered.empty() ? "" : ", ") + name;
+  }
+  return Error{"there is no " + std::string(what) + " '" + *word + "', only " + offered};
 }
 
 }  // namespace
@@ -42,6 +58,22 @@ Result<Action> medicinesCommand(const CommandLine& line, Session& session) {
     if (!screens) return screens.error();
     MedicineListView view(*screens);
     view.searchText = search;
+    return printed(view.content(), screens->context, session);
+  });
+}
+
+Result<Action> historyCommand(const CommandLine& line, Session& session) {
+  const auto range = chosen(line.range, kAllTimeRanges, TimeRange::week, "range");
+  if (!range) return range.error();
+  const auto filter = chosen(line.filter, kAllHistoryFilters, HistoryFilter::all, "filter");
+  if (!filter) return filter.error();
+  return Action([&session, range = *range, filter = *filter]() -> Result<std::string> {
+    const auto screens = session.open();
+    if (!screens) return screens.error();
+    ReminderHistoryView view(*screens);
+    view.selectedTimeRange = range;
+    view.selectedFilter = filter;
+    view.rowLimit = std::numeric_limits<size_t>::max();
     return printed(view.content(), screens->context, session);
   });
 }

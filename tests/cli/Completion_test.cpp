@@ -65,6 +65,8 @@ TEST_F(Completion, commandsOptionsAndValuesAreOffered) {
   EXPECT_EQ(offered({"edit", "A", "--na"}), (Words{"--name"}));
   EXPECT_EQ(offered({"edit", "A", "--unit", "pi"}), (Words{"pill", "pills"}));
   EXPECT_EQ(offered({"completion", "f"}), (Words{"fish"}));
+  EXPECT_EQ(offered({"history", "--range", ""}), (Words{"today", "week", "month", "all"}));
+  EXPECT_EQ(offered({"history", "--filter", "m"}), (Words{"missed"}));
   EXPECT_EQ(offered({"add", "A", "--daily", ""}), Words());
 }
 
@@ -75,6 +77,13 @@ TEST_F(Completion, medicinesAreOfferedByNameAsHarmlessWords) {
   EXPECT_EQ(offered({"--store", store, "delete", "$"}), (Words{"\\$\\(touch\\ owned\\)"}));
   EXPECT_EQ(offered({"--store", store, "delete", "\"$"}), Words()) << "within quotes it could not be made harmless";
   EXPECT_EQ(offered({"--store", store, "logs", ""}).size(), 3u);
+}
+
+TEST_F(Completion, markOffersTheRecordsOfHistoryAndThenWhatTheyMayBecome) {
+  add({"Zinc", "--daily", "08:00"});
+  const std::string log = json({"skip", "Zinc", "2999-01-01T08:00:00Z"}).at("log");  // within a week of any clock
+  EXPECT_EQ(offered({"--store", store, "mark", ""}), (Words{log}));
+  EXPECT_EQ(offered({"--store", store, "mark", log, ""}), (Words{"taken", "skipped"}));
 }
 
 }  // namespace
