@@ -34,10 +34,9 @@ Agent::Agent(const Environment& environment)
     : environment_(environment), app_(environment.bus, kAppPatience), presenter_(environment.bus, app_, *this) {}
 
 Result<std::unique_ptr<Agent>> Agent::start(const Environment& environment, const std::string& file) {
-  const int named = sd_bus_request_name(environment.bus, kAgentName, 0);
-  if (named == -EEXIST || named == -EALREADY) return std::unique_ptr<Agent>();
-  if (named < 0) return busError(kAgentName, named);
-
+  const auto owned = isOwned(environment.bus, kAgentName);
+  if (!owned) return owned.error();
+  if (*owned) return std::unique_ptr<Agent>();
   std::unique_ptr<Agent> agent(new Agent(environment));
   if (const auto started = agent->presenter_.start(); !started) return started.error();
   auto engine = Engine::open(file, environment.clock, environment.zone, agent->presenter_, environment.launcher);
@@ -46,6 +45,10 @@ Result<std::unique_ptr<Agent>> Agent::start(const Environment& environment, cons
   agent->service_ = std::make_unique<AgentService>(environment.bus, *agent->engine_, agent->presenter_,
                                                    [self = agent.get()] { self->wake(); });
   if (const auto started = agent->service_->start(); !started) return started.error();
+  // Only now, so that whoever finds the name finds an agent that keeps what it is told.
+  const int named = sd_bus_request_name(environment.bus, kAgentName, 0);
+  if (named == -EEXIST) return std::unique_ptr<Agent>();
+  if (named < 0) return busError(kAgentName, named);
   environment.timer.onWake([self = agent.get()] { self->wake(); });
   agent->presenter_.showBadge(agent->engine_->badge());
   agent->wake();

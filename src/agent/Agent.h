@@ -26,7 +26,7 @@ class Agent final : private BubbleObserver {
     TaskLauncher& launcher;
   };
 
-  /// Takes the agent's name on the bus, opens the file and shows what fell due meanwhile. Everything handed in must
+  /// Opens the file, takes the agent's name on the bus and shows what fell due meanwhile. Everything handed in must
   /// outlive the agent. Null when another agent has the name.
   static Result<std::unique_ptr<Agent>> start(const Environment& environment, const std::string& file);
 

@@ -86,19 +86,9 @@ Result<void> AgentClient::finish() {
   return queue_.takeFailure();
 }
 
-Result<bool> AgentClient::agentRuns() {
-  sd_bus_message* message = nullptr;
-  const int asked = sd_bus_call_method(bus_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
-                                       "org.freedesktop.DBus", "NameHasOwner", nullptr, &message, "s", kAgentName);
-  const MessageHandle reply(message);
-  int owned = 0;
-  if (asked < 0 || sd_bus_message_read(message, "b", &owned) <= 0) return busError("session bus", asked);
-  return owned != 0;
-}
-
 Result<void> AgentClient::findAgent() {
   if (missingSince_ && steady_clock::now() < *missingSince_ + kLeaveAlone) return Error{kUnreachable};
-  const auto runs = agentRuns();
+  const auto runs = isOwned(bus_.get(), kAgentName);
   if (!runs) return runs.error();
   if (*runs) return {};
   sd_bus_message* message = nullptr;
@@ -127,7 +117,7 @@ Result<void> AgentClient::awaitAgent(pid_t process, int speech) {
   while (steady_clock::now() < deadline) {
     const bool hasEnded = waitpid(process, nullptr, WNOHANG) == process;
     // One that ended because another was quicker is no failure.
-    const auto runs = agentRuns();
+    const auto runs = isOwned(bus_.get(), kAgentName);
     if (!runs) return runs.error();
     if (*runs) return {};
     if (hasEnded) return Error{said(speech)};
@@ -144,7 +134,7 @@ MessageHandle AgentClient::newCall(const char* member) const {
 
 Result<MessageHandle> AgentClient::callAndWait(sd_bus_message* call) {
   sd_bus_message* reply = nullptr;
-  sd_bus_error error = SD_BUS_ERROR_NULL;
+  sd_bus_error error{};
   const auto time = static_cast<uint64_t>(std::chrono::microseconds(options_.patience).count());
   const int called = sd_bus_call(bus_.get(), call, time, &error, &reply);
   MessageHandle kept(reply);

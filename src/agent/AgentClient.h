@@ -72,7 +72,6 @@ class AgentClient final : public UNUserNotificationCenter, public BGTaskSchedule
   AgentClient(MainExecutor& executor, const Options& options, BusHandle bus);
 
   Result<void> findAgent();
-  Result<bool> agentRuns();
   Result<void> spawnAgent();
   Result<void> awaitAgent(pid_t process, int speech);
   MessageHandle newCall(const char* member) const;

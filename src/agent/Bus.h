@@ -35,6 +35,8 @@ inline constexpr const char* kDelegateInterface = "org.pillora.Pillora.Delegate1
 
 /// A negative errno as sd-bus returns it.
 Error busError(const std::string& what, int code);
+/// Whether somebody has the name on the bus.
+Result<bool> isOwned(sd_bus* bus, const char* name);
 /// The error that a reply carries; nothing for a successful one.
 std::optional<Error> errorOf(sd_bus_message* reply);
 

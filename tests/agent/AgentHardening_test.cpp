@@ -132,24 +132,88 @@ TEST(AgentHardening, messagesOfWrongTypesAndSizesDoNotHarmIt) {
   }));
 }
 
+struct KnownSignal {
+  const char *path, *interface, *member;
+};
+constexpr KnownSignal kSignals[] = {
+    {"/org/freedesktop/Notifications", "org.freedesktop.Notifications", "ActionInvoked"},
+    {"/org/freedesktop/Notifications", "org.freedesktop.Notifications", "NotificationClosed"},
+    {"/org/freedesktop/Notifications", "org.freedesktop.Notifications", "ActivationToken"},
+    {"/org/freedesktop/Notifications", "org.freedesktop.Notifications", "Other"},
+    {"/org/freedesktop/DBus", "org.freedesktop.DBus", "NameOwnerChanged"}};
+
+/// To everybody, or straight to the agent. A bus may refuse what does not become the sender; that harms nobody.
+void sendRandomSignal(sd_bus* sender, RandomArguments& random) {
+  const KnownSignal& known = kSignals[random.below(5)];
+  sd_bus_message* message = nullptr;
+  ASSERT_GE(sd_bus_message_new_signal(sender, &message, known.path, known.interface, known.member), 0);
+  const MessageHandle signal(message);
+  if (random.below(3) == 0) {
+    sd_bus_message_append(message, "us", 0x5000'0000 + random.below(3), "TAKEN_ACTION");
+  } else if (random.below(3) == 0) {
+    sd_bus_message_append(message, "sss", "org.freedesktop.Notifications", "", sd_bus_message_get_sender(message));
+  } else {
+    random.append(message);
+  }
+  if (random.below(2) == 0) sd_bus_message_set_destination(message, kAgentName);
+  sd_bus_send(sender, message, nullptr);
+}
+
 TEST(AgentHardening, signalsOfWrongTypesAndSendersDoNotHarmIt) {
   AgentWorld world;
   world.startServer();
   world.startAgent();
   world.connectClient();
+  const BusHandle stranger = world.bus.connect();
   RandomArguments random(7);
-  for (int i = 0; i < 500; ++i) {
-    static constexpr const char* kSignals[] = {"ActionInvoked", "NotificationClosed", "ActivationToken", "Other"};
-    sd_bus_message* message = nullptr;
-    sd_bus_message_new_signal(world.server->bus(), &message, "/org/freedesktop/Notifications",
-                              "org.freedesktop.Notifications", kSignals[random.below(4)]);
-    const MessageHandle signal(message);
-    random.append(message);
-    sd_bus_send(world.server->bus(), message, nullptr);
+  for (int i = 0; i < 1000; ++i) {
+    ASSERT_NO_FATAL_FAILURE(sendRandomSignal(i % 2 == 0 ? stranger.get() : world.server->bus(), random));
   }
+  ASSERT_GE(sd_bus_flush(stranger.get()), 0);
   world.add("A", "2025-01-10T13:00");
   world.pass("2025-01-10T13:00:00Z");
   EXPECT_TRUE(world.waitForNotified(1));
+}
+
+TEST(AgentHardening, answersOfWrongTypesDoNotHarmIt) {
+  AgentWorld world;
+  // In the places of the server and of the app stands somebody who answers anything at all.
+  const BusHandle babbler = world.bus.connect();
+  RandomArguments random(11);
+  sd_bus_add_filter(
+      babbler.get(), nullptr,
+      [](sd_bus_message* call, void* words, sd_bus_error*) {
+        sd_bus_message* message = nullptr;
+        if (sd_bus_message_new_method_return(call, &message) < 0) return 0;
+        const MessageHandle reply(message);
+        static_cast<RandomArguments*>(words)->append(message);
+        return sd_bus_send(nullptr, message, nullptr) < 0 ? 0 : 1;
+      },
+      &random);
+  for (const char* name : {"org.freedesktop.Notifications", kAppName}) {
+    ASSERT_GE(sd_bus_request_name(babbler.get(), name, 0), 0);
+  }
+  world.startAgent();
+  world.connectClient();
+  const auto settle = [&] {
+    world.executor.drain();
+    ASSERT_TRUE(PrivateBus::pumpUntil({world.own.get(), babbler.get(), world.client->connection()},
+                                      [&] { return !world.client->isAwaiting(); }));
+  };
+  for (int i = 0; i < 100; ++i) {
+    world.client->requestAuthorization(7, [](bool, const std::optional<Error>&) {});
+    world.client->getNotificationSettings([](UNNotificationSettings) {});
+    world.client->add(request("A" + std::to_string(i), "2025-01-10T13:00"), {});
+    ASSERT_NO_FATAL_FAILURE(settle());
+  }
+  world.beginMove("Pass", at("2025-01-10T13:00:00Z"));
+  ASSERT_TRUE(PrivateBus::pumpUntil({world.own.get(), babbler.get()}, [&] { return world.moved; }));
+  ASSERT_GE(sd_bus_release_name(babbler.get(), "org.freedesktop.Notifications"), 0);
+  world.startServer();
+  world.add("B", "2025-01-10T14:00");
+  world.pass("2025-01-10T14:00:00Z");
+  EXPECT_TRUE(PrivateBus::pumpUntil({world.own.get(), babbler.get(), world.server->bus()},
+                                    [&] { return !world.server->notified.empty(); }));
 }
 
 TEST(AgentHardening, theInterfaceDescribesItself) {

@@ -107,12 +107,8 @@ bool PrivateBus::pumpUntil(const std::vector<sd_bus*>& connections, const std::f
 }
 
 bool PrivateBus::isOwned(sd_bus* connection, const std::string& name) {
-  sd_bus_message* reply = nullptr;
-  const int asked = sd_bus_call_method(connection, "org.freedesktop.DBus", "/org/freedesktop/DBus",
-                                       "org.freedesktop.DBus", "NameHasOwner", nullptr, &reply, "s", name.c_str());
-  const MessageHandle kept(reply);
-  int owned = 0;
-  return asked >= 0 && sd_bus_message_read(reply, "b", &owned) > 0 && owned != 0;
+  const auto owned = pillora::isOwned(connection, name.c_str());
+  return owned && *owned;
 }
 
 }  // namespace pillora

@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 #include <fstream>
+#include <linux/capability.h>
+#include <sys/syscall.h>
+#include <sys/timerfd.h>
+#include <unistd.h>
 
 #include "agent/ProcessLauncher.h"
 #include "agent/TimerFd.h"
@@ -77,6 +82,43 @@ TEST_F(SystemEvents, theTimerKeepsTheLastTimeItWasArmedFor) {
   (*timer)->arm(std::nullopt);
   runWhatIsReady();
   EXPECT_EQ(calls, 0);
+}
+
+/// Takes the right to wake the device from this thread while it lives.
+class WithoutAlarms {
+ public:
+  WithoutAlarms() {
+    syscall(SYS_capget, &header_, before_.data());
+    auto without = before_;
+    without[CAP_TO_INDEX(CAP_WAKE_ALARM)].effective &= ~CAP_TO_MASK(CAP_WAKE_ALARM);
+    EXPECT_EQ(syscall(SYS_capset, &header_, without.data()), 0);
+  }
+  ~WithoutAlarms() { syscall(SYS_capset, &header_, before_.data()); }
+
+ private:
+  __user_cap_header_struct header_{_LINUX_CAPABILITY_VERSION_3, 0};
+  std::array<__user_cap_data_struct, _LINUX_CAPABILITY_U32S_3> before_{};
+};
+
+TEST_F(SystemEvents, whoMayNotWakeTheDeviceHasATimerThatGoesOffAllTheSame) {
+  const WithoutAlarms without;
+  const auto timer = TimerFd::open(event.get());
+  ASSERT_TRUE(timer) << timer.error().description;
+  EXPECT_FALSE((*timer)->wakesTheDevice());
+  (*timer)->onWake([&] { ++calls; });
+  const Instant due = clock.now() + std::chrono::milliseconds(20);
+  (*timer)->arm(due);
+  ASSERT_TRUE(runUntil([&] { return calls == 1; }));
+  EXPECT_GE(clock.now(), due);
+}
+
+TEST_F(SystemEvents, whoMayWakeTheDeviceHasATimerThatDoes) {
+  const int alarm = timerfd_create(CLOCK_REALTIME_ALARM, TFD_CLOEXEC);
+  const bool may = alarm >= 0;
+  if (may) close(alarm);
+  const auto timer = TimerFd::open(event.get());
+  ASSERT_TRUE(timer);
+  EXPECT_EQ((*timer)->wakesTheDevice(), may);
 }
 
 TEST_F(SystemEvents, theZoneWatchSeesALinkThatIsReplacedAndNothingElse) {
