@@ -36,9 +36,9 @@ class Unescaped {
   explicit Unescaped(std::string_view value) {
     for (size_t at = 0; at < value.size(); ++at) {
       if (value[at] == '"') continue;
-      if (value[at] != '\\' || at + 1 == value.size()) {
-        text_ += value[at];
-      } else if (value[++at] == 'x') {
+      const bool isEscaped = value[at] == '\\' && at + 1 < value.size();
+      if (isEscaped) ++at;
+      if (isEscaped && value[at] == 'x') {
         uint32_t unit = 0;
         const auto end = std::from_chars(&value[at] + 1, value.data() + value.size(), unit, 16).ptr;
         at = static_cast<size_t>(end - value.data()) - 1;
