@@ -89,7 +89,7 @@ MonthContent MonthSheet::content(Instant value) const {
   }
   while (cells.size() % kDaysOfWeek != 0) addGap();
   for (auto week = cells.begin(); week != cells.end(); week += kDaysOfWeek) {
-    content.weeks.emplace_back(week, week + kDaysOfWeek);
+    content.weeks.push_back({{week, week + kDaysOfWeek}});
   }
   return content;
 }

@@ -26,19 +26,25 @@ struct DayCell {
   bool isInMonth = false;  ///< false for the days of the months before and after that fill up the weeks
 
   static constexpr auto fields() {
-    using Cell = DayCell;
-    return std::tuple(field("id", &Cell::id), field("text", &Cell::text), field("label", &Cell::label),
-                      field("isToday", &Cell::isToday), field("isSelected", &Cell::isSelected),
-                      field("isInMonth", &Cell::isInMonth));
+    using Day = DayCell;
+    return std::tuple(field("id", &Day::id), field("text", &Day::text), field("label", &Day::label),
+                      field("isToday", &Day::isToday), field("isSelected", &Day::isSelected),
+                      field("isInMonth", &Day::isInMonth));
   }
+};
+
+struct MonthWeek {
+  std::vector<DayCell> cells;  ///< seven
+
+  static constexpr auto fields() { return std::tuple(field("cells", &MonthWeek::cells)); }
 };
 
 struct MonthContent {
   std::string row;  ///< id of the row whose date is picked
   std::string title;
   ActionItem previous, next;
-  std::vector<std::string> weekdays;        ///< Sunday first, whatever the settings and the locale say
-  std::vector<std::vector<DayCell>> weeks;  ///< seven cells each
+  std::vector<std::string> weekdays;  ///< Sunday first, whatever the settings and the locale say
+  std::vector<MonthWeek> weeks;
 
   static constexpr auto fields() {
     using Month = MonthContent;

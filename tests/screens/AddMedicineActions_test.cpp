@@ -222,11 +222,11 @@ TEST_F(AddMedicineActions, aDateIsPickedOnTheSheetAndKeepsItsClockTime) {
   form_.showNextMonth();
   sheet = form_.content().monthSheet;
   EXPECT_EQ(sheet->title, "March 2025");
-  const DayCell day = sheet->weeks.at(2).at(0);
+  const DayCell day = sheet->weeks.at(2).cells.at(0);
   EXPECT_EQ(day.label, "Sunday, March 9, 2025");
   ASSERT_TRUE(form_.pickDay(day.id));
   EXPECT_EQ(form_.state().endDate, at("2025-03-09T22:10:00-04:00"));
-  EXPECT_TRUE(form_.content().monthSheet->weeks.at(2).at(0).isSelected) << "the sheet stays open";
+  EXPECT_TRUE(form_.content().monthSheet->weeks.at(2).cells.at(0).isSelected) << "the sheet stays open";
   form_.showPreviousMonth();
   EXPECT_EQ(form_.content().monthSheet->title, "February 2025");
   form_.closeSheet();

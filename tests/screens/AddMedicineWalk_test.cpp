@@ -51,7 +51,7 @@ class Walker {
     EXPECT_TRUE(form_.openSheet(row.id));
     if (below(2) == 0) form_.showNextMonth();
     const auto sheet = form_.content().monthSheet;
-    const DayCell& day = sheet->weeks[below(sheet->weeks.size())][below(7)];
+    const DayCell& day = sheet->weeks[below(sheet->weeks.size())].cells[below(7)];
     EXPECT_TRUE(form_.pickDay(day.id));
     if (below(2) == 0) form_.closeSheet();
   }

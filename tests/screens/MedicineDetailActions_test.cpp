@@ -248,11 +248,11 @@ TEST_F(MedicineDetailActions, theStartDateIsPickedOnItsSheetAndKeepsItsClockTime
   view_.showNextMonth();
   const auto sheet = *view_.content().monthSheet;
   EXPECT_EQ(sheet.title, "December 2024");
-  ASSERT_TRUE(view_.pickDay(sheet.weeks.at(0).at(0).id));
+  ASSERT_TRUE(view_.pickDay(sheet.weeks.at(0).cells.at(0).id));
   EXPECT_EQ(medicine_->startDate(), at("2024-12-01T10:30:15.25-05:00"));
   view_.save();
   EXPECT_FALSE(view_.content().monthSheet);
-  EXPECT_FALSE(view_.pickDay(sheet.weeks.at(0).at(1).id));
+  EXPECT_FALSE(view_.pickDay(sheet.weeks.at(0).cells.at(1).id));
 }
 
 TEST_F(MedicineDetailActions, theScreenFollowsTheRecord) {

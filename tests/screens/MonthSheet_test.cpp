@@ -17,7 +17,7 @@ Lines weeksOf(const MonthContent& content) {
   Lines lines;
   for (const auto& week : content.weeks) {
     std::string line;
-    for (const DayCell& cell : week) {
+    for (const DayCell& cell : week.cells) {
       std::string text = cell.text.empty() ? "-" : cell.text;
       if (!cell.isInMonth && !cell.text.empty()) text = '(' + text + ')';
       line += (line.empty() ? "" : " ") + text + (cell.isToday ? "*" : "") + (cell.isSelected ? "!" : "");
@@ -31,7 +31,7 @@ Lines weeksOf(const MonthContent& content) {
 Lines daysIn(const MonthContent& content) {
   Lines days;
   for (const auto& week : content.weeks) {
-    for (const DayCell& cell : week) {
+    for (const DayCell& cell : week.cells) {
       if (cell.isInMonth) days.push_back(cell.label);
     }
   }
@@ -48,7 +48,7 @@ struct Sheet {
   std::string cell(const std::string& text) const {
     const MonthContent shown = content();
     for (const auto& week : shown.weeks) {
-      for (const DayCell& day : week) {
+      for (const DayCell& day : week.cells) {
         if (day.isInMonth && day.text == text) return day.id;
       }
     }
@@ -74,7 +74,7 @@ TEST(MonthSheet, showsTheMonthOfTheValueInWeeksFromSundayToSaturday) {
   EXPECT_EQ(content.weekdays, (Lines{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"}));
   EXPECT_EQ(weeksOf(content), (Lines{"(29) (30) (31) 1 2 3 4", "5 6 7 8 9 10* 11", "12 13 14 15 16 17 18",
                                      "19 20 21 22 23 24 25!", "26 27 28 29 30 31 (1)"}));
-  EXPECT_EQ(content.weeks[0][3].label, "Wednesday, January 1, 2025");
+  EXPECT_EQ(content.weeks[0].cells[3].label, "Wednesday, January 1, 2025");
 }
 
 TEST(MonthSheet, weeksBeginOnSundayAlsoWhereTheLocalesBeginOnMonday) {
@@ -103,7 +103,7 @@ TEST(MonthSheet, aPickedDayKeepsTheClockTimeToTheMicrosecond) {
   const Sheet sheet(at("2025-01-10T10:30:15.123456-05:00"), kNewYork);
   EXPECT_EQ(sheet.pick("25"), at("2025-01-25T10:30:15.123456-05:00"));
   EXPECT_EQ(sheet.pick("10"), sheet.value);
-  EXPECT_EQ(sheet.sheet.dateOn(sheet.content().weeks.front().front().id, sheet.value),
+  EXPECT_EQ(sheet.sheet.dateOn(sheet.content().weeks.front().cells.front().id, sheet.value),
             at("2024-12-29T10:30:15.123456-05:00"))
       << "a day of the month before";
 }
@@ -190,7 +190,7 @@ TEST(MonthSheet, daysThatACalendarSkippedAreNotThere) {
 TEST(MonthSheet, aDayThatTheZoneLeftOutIsAGapThatCannotBePicked) {
   const Sheet sheet(at("2011-12-15T10:00:00Z"), {"Pacific/Apia", "en_US"});
   EXPECT_EQ(weeksOf(sheet.content()).back(), "25 26 27 28 29 - 31");
-  const DayCell gap = sheet.content().weeks.back()[5];
+  const DayCell gap = sheet.content().weeks.back().cells[5];
   EXPECT_EQ(gap.label, "");
   EXPECT_FALSE(gap.isInMonth);
   EXPECT_EQ(sheet.sheet.dateOn(gap.id, sheet.value), std::nullopt);
@@ -213,9 +213,9 @@ TEST(MonthSheet, inEveryCalendarTheMonthsFollowOneAnotherWithoutAGapOrARepeat) {
     for (int month = 0; month < 15; ++month, sheet.sheet.showNextMonth()) {
       const MonthContent shown = sheet.content();
       for (const auto& week : shown.weeks) {
-        ASSERT_EQ(week.size(), 7U);
+        ASSERT_EQ(week.cells.size(), 7U);
         for (size_t column = 0; column < 7; ++column) {
-          const DayCell& cell = week[column];
+          const DayCell& cell = week.cells[column];
           const Instant day = at(cell.id);
           ASSERT_EQ(calendar.weekday(day), static_cast<int>(column) + 1) << locale << ' ' << cell.label;
           if (!cell.isInMonth) continue;
