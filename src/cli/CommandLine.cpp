@@ -47,6 +47,9 @@ void addScreens(CLI::App& app, CommandLine& line) {
   command(app, "upcoming", "Every open dose of the next seven days");
   auto& medicines = command(app, "medicines", "All medicines and when each is due next");
   value(medicines, "--search", line.search, "TEXT", "Only those whose name holds TEXT");
+  auto& medicine = command(app, "medicine", "One medicine, when it is due, and its last doses",
+                           "  pilloractl medicine aspirin");
+  argument(medicine, "REF", line.ref, "The medicine")->required();
   auto& history = command(app, "history", "What became of every dose, and how many were taken",
                           "  pilloractl history --range month\n"
                           "  pilloractl history --range all --filter missed");

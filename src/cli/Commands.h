@@ -24,6 +24,7 @@ Result<Action> medicinesCommand(const CommandLine& line, Session& session);
 Result<Action> historyCommand(const CommandLine& line, Session& session);
 
 // Medicines.
+Result<Action> medicineCommand(const CommandLine& line, Session& session);
 Result<Action> addCommand(const CommandLine& line, Session& session);
 Result<Action> editCommand(const CommandLine& line, Session& session);
 Result<Action> deleteCommand(const CommandLine& line, Session& session);

@@ -160,7 +160,7 @@ class FieldReader {
     check("--custom: the minute", *minutes, kCustomMinutes);
     if (fields_.refused) return;  // only what the form offers is small enough to be multiplied
     interval.type = ReminderIntervalType::custom;
-    interval.customIntervalMinutes = *hours * 60 + *minutes;
+    interval.customIntervalMinutes = customIntervalMinutes(*hours, *minutes);
   }
 
   void checkTime(const std::string& option, const TimeOfDay& time) {

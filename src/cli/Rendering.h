@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cli/CliEnvironment.h"
+#include "screens/MedicineDetailView.h"
 #include "screens/MedicineListView.h"
 #include "screens/ReminderHistoryContent.h"
 #include "screens/TodayView.h"
@@ -18,6 +19,7 @@ namespace pillora {
 std::string rendered(const TodayContent& content, const Terminal& terminal, const Texts& texts);
 std::string rendered(const UpcomingContent& content, const Terminal& terminal, const Texts& texts);
 std::string rendered(const MedicineListContent& content, const Terminal& terminal, const Texts& texts);
+std::string rendered(const MedicineDetailContent& content, const Terminal& terminal, const Texts& texts);
 std::string rendered(const HistoryContent& content, const Terminal& terminal, const Texts& texts);
 
 /// Logs under the date of their day.

@@ -25,6 +25,7 @@ constexpr std::array kCommands = {
     Command{"upcoming", upcomingCommand},
     Command{"medicines", medicinesCommand},
     Command{"history", historyCommand},
+    Command{"medicine", medicineCommand},
     Command{"add", addCommand},
     Command{"edit", editCommand},
     Command{"delete", deleteCommand},
