@@ -93,7 +93,7 @@ Result<Action> markMissedCommand(const CommandLine&, Session& session) {
 }
 
 Result<Action> runTaskCommand(const CommandLine& line, Session& session) {
-  return Action([&session, identifier = *line.taskIdentifier]() -> Result<std::string> {
+  return Action([&session, identifier = *line.taskIdentifier, isScheduled = line.isScheduled]() -> Result<std::string> {
     const auto app = session.startApp(session.console());
     if (!app) return app.error();
     if (identifier != (*app)->missedDoseCheckIdentifier()) {
@@ -103,6 +103,7 @@ Result<Action> runTaskCommand(const CommandLine& line, Session& session) {
     (*app)->handleMissedDoseCheck(task);
     session.endTurn();
     if (!task->hasSucceeded()) return Error{"the background task '" + identifier + "' did not succeed"};
+    if (isScheduled) return std::string();
     if (session.json()) return jsonLine(Json::object({{"identifier", identifier}, {"success", true}}));
     return nextCheckText((*app)->nextMissedDoseCheck(), session);
   });

@@ -10,6 +10,7 @@
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
+#include "platform/LAContext.h"
 #include "platform/MainExecutor.h"
 #include "platform/Texts.h"
 #include "support/Result.h"
@@ -27,6 +28,14 @@ struct Region {
   std::optional<std::string> timeZone, locale;
 };
 
+/// The device's owner, who is asked while the app is locked.
+struct DeviceOwner {
+  LAContextFactory makeContext;
+  std::function<void()> await;  ///< waits until something is posted to the call's executor, then runs it
+  /// Says something to the person at the terminal, apart from what the call prints; nothing where nobody sits.
+  std::function<void(const std::string& line)> tell;
+};
+
 /// What pilloractl is run on. main() fills it with the real adapters, tests with their own. The makers answer an error
 /// that names a zone, locale or language which they do not know; what they make outlives the environment's users.
 struct CliEnvironment {
@@ -42,6 +51,7 @@ struct CliEnvironment {
   /// pass, unseen.
   std::function<Result<Reminders>(const RemindersPlace&)> openReminders;
   std::function<void()> endTurn;  ///< runs what was posted to `executor`
+  DeviceOwner deviceOwner = {};
 };
 
 }  // namespace pillora

@@ -40,6 +40,8 @@ void addGlobalOptions(CLI::App& app, CommandLine& line) {
   value(app, "--time-zone", line.timeZone, "ID", "Instead of the system's: Europe/Berlin");
   value(app, "--locale", line.locale, "ID", "Instead of the system's: th_TH@calendar=buddhist");
   value(app, "--language", line.language, "ID", "Language of Pillora's own words (default: en)");
+  value(app, "--authenticator", line.authenticator, "allow|refuse", "Answers the lock; only together with --store");
+  app.add_flag("--no-prompt", line.noPrompt, "While locked, end without asking anybody");
 }
 
 void addScreens(CLI::App& app, CommandLine& line) {
@@ -147,6 +149,7 @@ void addAppCommands(CLI::App& app, CommandLine& line) {
   auto& task = command(app, "run-task", "Run a background task that is due",
                        "  pilloractl run-task org.pillora.Pillora.missedDoseCheck");
   argument(task, "IDENTIFIER", line.taskIdentifier, "The task")->required();
+  task.add_flag("--scheduled", line.isScheduled, "The scheduler's own run: prints nothing, also runs while locked");
 }
 
 void addOtherCommands(CLI::App& app, CommandLine& line) {

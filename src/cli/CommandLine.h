@@ -16,13 +16,14 @@ struct CommandLine {
   using Word = std::optional<std::string>;
 
   // Options before the command.
-  bool json = false;
-  Word store, reminders, now, timeZone, locale, language;
+  bool json = false, noPrompt = false;
+  Word store, reminders, now, timeZone, locale, language, authenticator;
 
   std::string command;
 
   // Words and options after it.
   Word ref, instant, logId, status, shell, search, range, filter, taskIdentifier;
+  bool isScheduled = false;
   Word interval, after, count;
   Word name, dosage, unit, instructions, color, icon, active, allowSnooze, snoozeMinutes, maxSnooze, repeating, start,
       end;

@@ -12,7 +12,8 @@ namespace pillora {
 namespace {
 
 // The scripts are made from the words that the command line knows. Medicines' names are fetched while completing;
-// they are data: what a shell would take apart or run never reaches the line unquoted.
+// they are data: what a shell would take apart or run never reaches the line unquoted. Completing asks nobody for a
+// fingerprint or a password: while the app is locked there are no names.
 
 template <typename Range>
 std::string joined(const Range& words) {
@@ -82,7 +83,7 @@ std::string valueCases(const std::vector<CommandWords>& words, Offer offer) {
 constexpr std::string_view kBash = R"sh(# bash completion for pilloractl
 
 _pilloractl_fetch() {  # PROGRAM PATTERN: matches in what the screens hold, one a line; nothing that JSON escapes
-  "$1" "${store[@]}" --json "$2" 2>/dev/null | grep -o "$3" | cut -d'"' -f4
+  "$1" "${store[@]}" --no-prompt --json "$2" 2>/dev/null | grep -o "$3" | cut -d'"' -f4
 }
 
 _pilloractl() {
@@ -166,7 +167,7 @@ constexpr std::string_view kZsh = R"sh(#compdef pilloractl
 # zsh completion for pilloractl
 
 _pilloractl_fetch() {  # SCREEN PATTERN: matches in what a screen holds, one a line; nothing that JSON escapes
-  $words[1] $store --json $1 2>/dev/null | grep -o $2 | cut -d'"' -f4
+  $words[1] $store --no-prompt --json $1 2>/dev/null | grep -o $2 | cut -d'"' -f4
 }
 
 _pilloractl() {
@@ -243,7 +244,7 @@ function __pilloractl_fetch  # SCREEN PATTERN: matches in what a screen holds; n
     if set -l at (contains -i -- --store $typed); and test (count $typed) -gt $at
         set store --store $typed[(math $at + 1)]
     end
-    $typed[1] $store --json $argv[1] 2>/dev/null | grep -o $argv[2] | cut -d'"' -f4
+    $typed[1] $store --no-prompt --json $argv[1] 2>/dev/null | grep -o $argv[2] | cut -d'"' -f4
 end
 
 complete -c pilloractl -f

@@ -47,6 +47,12 @@ ExitStatus fail(const CliEnvironment& environment, const Error& error, ExitStatu
   return status;
 }
 
+/// Whether a command goes on while the app is locked: those that know nothing of a person, and a run that the scheduler
+/// began, which prints nothing and does what it would do at the same hour with the app unlocked.
+bool passesTheLock(const CommandLine& line) {
+  return line.command == "next" || line.command == "completion" || line.isScheduled;
+}
+
 }  // namespace
 
 int run(const std::vector<std::string>& arguments, const CliEnvironment& environment, std::ostream& out) {
@@ -63,6 +69,11 @@ int run(const std::vector<std::string>& arguments, const CliEnvironment& environ
       std::find_if(kCommands.begin(), kCommands.end(), [&](const Command& one) { return one.name == line.command; });
   const auto action = command->read(line, **session);
   if (!action) return fail(environment, action.error(), kWrongUsage);
+  if (!passesTheLock(line)) {
+    const auto unlocked = (*session)->unlock();
+    if (!unlocked) return fail(environment, unlocked.error(), kRefused);
+    if (!*unlocked) return fail(environment, Error{(*session)->lockedText()}, kLocked);
+  }
   const auto printed = (*action)();
   if (!printed) return fail(environment, printed.error(), kRefused);
   out << *printed;

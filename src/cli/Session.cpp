@@ -54,6 +54,10 @@ Result<std::unique_ptr<Session>> Session::begin(const CommandLine& line, const C
 
 Result<void> Session::prepare() {
   if (line_.now && !line_.store) return Error{"--now works only together with --store"};
+  if (line_.authenticator && !line_.store) return Error{"--authenticator works only together with --store"};
+  if (line_.authenticator && *line_.authenticator != "allow" && *line_.authenticator != "refuse") {
+    return Error{"--authenticator is 'allow' or 'refuse', not '" + *line_.authenticator + "'"};
+  }
   if (line_.store && line_.store->empty()) return Error{"--store needs the name of a file"};
   if (line_.reminders && line_.reminders->empty()) return Error{"--reminders needs the name of a file"};
   auto calendar = environment_.makeCalendar(region());
@@ -112,7 +116,7 @@ Result<ModelConfiguration> Session::storeConfiguration() const {
   return configuration;
 }
 
-Result<ScreenEnvironment> Session::open() {
+Result<ModelContext*> Session::openStore() {
   if (!container_) {
     const auto refused = [](const Error& error) {
       return Error{"Could not create ModelContainer: " + error.description};
@@ -122,6 +126,13 @@ Result<ScreenEnvironment> Session::open() {
     auto container = ModelContainer::open(*configuration, environment_.executor);
     if (!container) return refused(container.error());
     container_ = *std::move(container);
+  }
+  return &container_->mainContext();
+}
+
+Result<ScreenEnvironment> Session::open() {
+  if (const auto opened = openStore(); !opened) return opened.error();
+  if (!notifications_) {
     notifications_.emplace(NotificationEnvironment{heldCenter_, clock_, *calendar_, *texts_, environment_.executor,
                                                    environment_.console, broadcasts_});
   }
@@ -147,8 +158,15 @@ Result<std::unique_ptr<PilloraApp>> Session::startApp(Console& console) {
   const auto configuration = storeConfiguration();
   if (!configuration) return Error{"Could not create ModelContainer: " + configuration.error().description};
   if (const auto center = notificationCenter(); !center) return center.error();
-  return PilloraApp::start({clock_, *calendar_, *texts_, reminders_->notificationCenter, reminders_->taskScheduler,
-                            environment_.executor, console, {}, Bundle()},
+  return PilloraApp::start({clock_,
+                            *calendar_,
+                            *texts_,
+                            reminders_->notificationCenter,
+                            reminders_->taskScheduler,
+                            environment_.executor,
+                            console,
+                            {},
+                            Bundle()},
                            *configuration);
 }
 

@@ -38,6 +38,12 @@ class Session {
   /// The instant of a Gregorian local time in the zone in use.
   std::optional<Instant> instantOf(const WallTime& wall) const;
 
+  /// Whether the call may go on: the app is not locked, or its owner has now authenticated. Opens the store and
+  /// nothing else; an error is a store that cannot be opened or read.
+  Result<bool> unlock();
+  /// Why it may not.
+  std::string lockedText() const;
+
   /// Opens the store at the first call, for the screens to work on. A reminder file that was named is opened too and
   /// lets pass what fell due; any other centre is opened when a screen plans or cancels.
   Result<ScreenEnvironment> open();
@@ -66,6 +72,7 @@ class Session {
   Result<void> prepare();
   Region region() const { return {line_.timeZone, line_.locale}; }
   Result<ModelConfiguration> storeConfiguration() const;
+  Result<ModelContext*> openStore();
   /// In the zone in use: ISO 8601 dates and the reminders' wall times are Gregorian, whatever the locale's calendar.
   Result<const Calendar*> gregorian() const;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
 #include <cstdlib>
+#include <fstream>
 #include <iostream>
 #include <string_view>
 #include <sys/ioctl.h>
@@ -11,6 +12,7 @@
 #include "cli/Run.h"
 #include "icu/Calendars.h"
 #include "icu/IcuTexts.h"
+#include "linux/DeviceOwnerAuthentication.h"
 #include "linux/Folders.h"
 #include "linux/QueuedMainExecutor.h"
 #include "linux/StandardErrorConsole.h"
@@ -62,6 +64,11 @@ Result<Reminders> openReminders(const RemindersPlace& place) {
   return Reminders{*opened->center, *opened->center, opened};
 }
 
+/// On the terminal itself, which standard output and error need not be.
+void tellTerminal(const std::string& line) {
+  if (std::ofstream terminal("/dev/tty"); terminal) terminal << line << std::endl;
+}
+
 std::string localeOf(const Region& region) { return region.locale ? *region.locale : systemLocale(); }
 std::string zoneOf(const Region& region) { return region.timeZone ? *region.timeZone : systemTimeZone(); }
 
@@ -72,17 +79,19 @@ int main(int argc, char** argv) {
   const SystemClock clock;
   StandardErrorConsole console;
   QueuedMainExecutor executor;
-  const CliEnvironment environment{clock,
-                                   console,
-                                   executor,
-                                   standardOutput(),
-                                   [](const Region& region) { return makeCalendar(localeOf(region), zoneOf(region)); },
-                                   [](const Region& region, const std::string& language) {
-                                     return makeTexts(localeOf(region), zoneOf(region), language);
-                                   },
-                                   defaultStore,
-                                   openReminders,
-                                   [&executor] { executor.drain(); }};
+  DeviceOwnerAuthentication owner;
+  CliEnvironment environment{clock,
+                             console,
+                             executor,
+                             standardOutput(),
+                             [](const Region& region) { return makeCalendar(localeOf(region), zoneOf(region)); },
+                             [](const Region& region, const std::string& language) {
+                               return makeTexts(localeOf(region), zoneOf(region), language);
+                             },
+                             defaultStore,
+                             openReminders,
+                             [&executor] { executor.drain(); }};
+  environment.deviceOwner = {owner.contextFactory(), [&executor] { executor.wait(); }, tellTerminal};
   const int status = run(std::vector<std::string>(argv + 1, argv + argc), environment, std::cout);
   executor.drain();
   if (!std::cout.flush()) {

@@ -5,6 +5,7 @@
 
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "agent/InProcessCenter.h"
@@ -15,10 +16,13 @@
 #include "doubles/Instants.h"
 #include "doubles/Places.h"
 #include "doubles/RecordingConsole.h"
+#include "doubles/ScriptedAuthenticator.h"
 #include "doubles/TemporaryFolder.h"
 #include "icu/Calendars.h"
 #include "icu/IcuTexts.h"
 #include "linux/QueuedMainExecutor.h"
+#include "store/ModelContainer.h"
+#include "store/SettingsInUse.h"
 #include "support/Json.h"
 
 namespace pillora {
@@ -63,20 +67,22 @@ class Cli : public ::testing::Test {
   Called run(const Words& words) {
     RecordingConsole console;
     QueuedMainExecutor executor;
-    const CliEnvironment environment{
-        clock,
-        console,
-        executor,
-        terminal,
-        [](const Region& region) {
-          return makeCalendar(region.locale.value_or("en_US"), region.timeZone.value_or("UTC"));
-        },
-        [](const Region& region, const std::string& language) {
-          return makeTexts(region.locale.value_or("en_US"), region.timeZone.value_or("UTC"), language);
-        },
-        [this] { return Result<std::string>(store); },
-        [this](const RemindersPlace& place) { return openReminders(place); },
-        [&executor] { executor.drain(); }};
+    CliEnvironment environment{clock,
+                               console,
+                               executor,
+                               terminal,
+                               [](const Region& region) {
+                                 return makeCalendar(region.locale.value_or("en_US"), region.timeZone.value_or("UTC"));
+                               },
+                               [](const Region& region, const std::string& language) {
+                                 return makeTexts(region.locale.value_or("en_US"), region.timeZone.value_or("UTC"),
+                                                  language);
+                               },
+                               [this] { return Result<std::string>(store); },
+                               [this](const RemindersPlace& place) { return openReminders(place); },
+                               [&executor] { executor.drain(); }};
+    environment.deviceOwner = {device.factory(), [this, &executor] { answerPrompt(executor); },
+                               [this](const std::string& line) { told.push_back(line); }};
     std::ostringstream out;
     const int status = pillora::run(words, environment, out);
     executor.drain();
@@ -116,8 +122,30 @@ class Cli : public ::testing::Test {
     return Reminders{*opened->center, *opened->center, opened};
   }
 
+  /// The owner answers the open prompt from elsewhere, as `answers` say, and refuses when they are used up.
+  void answerPrompt(QueuedMainExecutor& executor) {
+    if (!device.prompts.empty() && !device.last().isAnswered) {
+      const bool success = !answers.empty() && answers.front();
+      if (!answers.empty()) answers.erase(answers.begin());
+      std::thread([&] { device.last().answer(success); }).join();
+    }
+    executor.drain();
+  }
+  /// Lets `store` ask for its owner, or no more.
+  void lock(bool isLocked = true) {
+    QueuedMainExecutor executor;
+    ModelConfiguration configuration;
+    configuration.path = store;
+    const auto container = valueOrAbort(ModelContainer::open(configuration, executor));
+    settingsInUse(container->mainContext())->requireAuthentication = isLocked;
+    executor.drain();
+  }
+
   TemporaryFolder folder;
   std::string store;
+  ScriptedAuthenticator device;
+  std::vector<bool> answers;
+  Words told;                     ///< to the person at the terminal
   FakeNotificationCenter center;  ///< the session's own
   FakeTaskScheduler scheduler;
   int openings = 0;              ///< how often a centre was opened

@@ -28,7 +28,7 @@ class ScriptedAuthenticator {
     }
   };
 
-  bool hasBiometrics = true;
+  bool hasBiometrics = true, hasPasscode = true;
   std::vector<std::shared_ptr<Prompt>> prompts;  ///< every one that was ever opened, in order
   int contexts = 0;                              ///< how many were ever made
 
@@ -58,6 +58,7 @@ class ScriptedAuthenticator {
       if (policy == LAPolicy::deviceOwnerAuthenticationWithBiometrics && !device_.hasBiometrics) {
         return Error{"no fingerprints are enrolled"};
       }
+      if (policy == LAPolicy::deviceOwnerAuthentication && !device_.hasPasscode) return Error{"there is no passcode"};
       return {};
     }
     void evaluatePolicy(LAPolicy policy, const std::string& localizedReason, Reply reply) override {
