@@ -344,8 +344,10 @@ TEST(HistoryDays, areToldApartWhereClocksGoBackAcrossMidnight) {
   ReminderHistoryView view(fixture.environment());
   EXPECT_EQ(titles(view.content()), (Lines{"Today", "Yesterday"}));
   EXPECT_EQ(counts(view.content()), (Lines{"1/2", "0/2"}));
-  view.rowLimit = 2;
-  EXPECT_EQ(counts(view.content()), (Lines{"1/2", "0/2"})) << "also of a day that ends in the hidden rows";
+  for (const size_t limit : {2u, 3u}) {
+    view.rowLimit = limit;
+    EXPECT_EQ(counts(view.content()), (Lines{"1/2", "0/2"})) << "also of a day that ends beyond " << limit << " rows";
+  }
 }
 
 TEST(HistoryDays, yesterdayIsTheDayThatWentBefore) {
