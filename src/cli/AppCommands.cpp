@@ -6,6 +6,7 @@
 
 #include "app/MissedDoses.h"
 #include "cli/Commands.h"
+#include "platform/RunningTask.h"
 #include "support/Json.h"
 
 namespace pillora {
@@ -32,23 +33,6 @@ class KeepingConsole final : public Console {
   std::vector<std::string> lines_;
 };
 
-/// The run of a background task. It has all the time that it takes, so it never expires.
-class CommandTask final : public BGTask {
- public:
-  explicit CommandTask(std::string identifier) : identifier_(std::move(identifier)) {}
-
-  std::string identifier() const override { return identifier_; }
-  void setExpirationHandler(std::function<void()>) override {}
-  void setTaskCompleted(bool success) override {
-    if (!success_) success_ = success;
-  }
-  bool hasSucceeded() const { return success_.value_or(false); }
-
- private:
-  std::string identifier_;
-  std::optional<bool> success_;
-};
-
 std::string missedText(int64_t count, const Session& session) {
   const Texts& texts = session.texts();
   return messageLine(count == 0 ? texts.text("No doses were missed in the past seven days.")
@@ -72,7 +56,7 @@ Result<Action> launchCommand(const CommandLine&, Session& session) {
     const auto app = session.startApp(console);
     if (!app) return app.error();
     const auto missed = (*app)->rootViewAppeared();
-    session.endTurn();
+    static_cast<void>(session.endTurn());  // the app goes on when its badge cannot be reset
     if (!missed) return missed.error();
     const Instant nextCheck = (*app)->nextMissedDoseCheck();
     if (!session.json()) return missedText(*missed, session) + nextCheckText(nextCheck, session);
@@ -94,15 +78,18 @@ Result<Action> markMissedCommand(const CommandLine&, Session& session) {
 
 Result<Action> runTaskCommand(const CommandLine& line, Session& session) {
   return Action([&session, identifier = *line.taskIdentifier, isScheduled = line.isScheduled]() -> Result<std::string> {
+    // Deliberate: a run that is told to expire has failed, yet its marking goes on until it is done or the process is
+    // ended; what it saves is saved.
+    const auto task = std::make_shared<RunningTask>(identifier);
+    const auto watch = session.whenToldToEnd([task] { task->expire(); });
     const auto app = session.startApp(session.console());
     if (!app) return app.error();
     if (identifier != (*app)->missedDoseCheckIdentifier()) {
       return Error{"there is no background task '" + identifier + "'"};
     }
-    const auto task = std::make_shared<CommandTask>(identifier);
     (*app)->handleMissedDoseCheck(task);
-    session.endTurn();
-    if (!task->hasSucceeded()) return Error{"the background task '" + identifier + "' did not succeed"};
+    static_cast<void>(session.endTurn());
+    if (!task->outcome().value_or(false)) return Error{"the background task '" + identifier + "' did not succeed"};
     if (isScheduled) return std::string();
     if (session.json()) return jsonLine(Json::object({{"identifier", identifier}, {"success", true}}));
     return nextCheckText((*app)->nextMissedDoseCheck(), session);

@@ -52,6 +52,8 @@ struct CliEnvironment {
   std::function<Result<Reminders>(const RemindersPlace&)> openReminders;
   std::function<void()> endTurn;  ///< runs what was posted to `executor`
   DeviceOwner deviceOwner = {};
+  /// While the answer is kept, a request to the process to end calls `ended`, on another thread, and does nothing else.
+  std::function<std::shared_ptr<void>(std::function<void()> ended)> whenToldToEnd = {};
 };
 
 }  // namespace pillora

@@ -6,21 +6,28 @@
 namespace pillora {
 
 UNUserNotificationCenter* HeldCenter::center() {
-  if (center_ != nullptr) return center_;
-  const auto opened = open_();
-  failure_ = opened ? std::nullopt : std::optional(opened.error());
-  if (opened) center_ = *opened;
-  return center_;
+  if (reminders_ == nullptr) {
+    const auto opened = open_();
+    failure_ = opened ? std::nullopt : std::optional(opened.error());
+    if (opened) reminders_ = *opened;
+  }
+  return reminders_ != nullptr ? &reminders_->notificationCenter : nullptr;
 }
 
 Result<void> HeldCenter::prepare() {
   if (!held_.empty()) center();
   if (failure_) return *failure_;
-  return {};
+  return reminders_ != nullptr && reminders_->finish ? reminders_->finish() : Result<void>();
 }
 
-void HeldCenter::commit() {
-  for (const auto& change : std::exchange(held_, {})) change(*center());
+Result<void> HeldCenter::commit() {
+  if (held_.empty()) return {};
+  for (const auto& change : std::exchange(held_, {})) change(reminders_->notificationCenter);
+  const auto kept = reminders_->finish ? reminders_->finish() : Result<void>();
+  const Answers answers = std::exchange(*answers_, {});
+  if (!kept) return kept;
+  for (const auto& answer : answers) answer();
+  return {};
 }
 
 void HeldCenter::requestAuthorization(unsigned options, std::function<void(bool, std::optional<Error>)> completion) {
@@ -29,7 +36,7 @@ void HeldCenter::requestAuthorization(unsigned options, std::function<void(bool,
 }
 
 void HeldCenter::getNotificationSettings(std::function<void(UNNotificationSettings)> completion) {
-  if (center_ != nullptr) return center_->getNotificationSettings(std::move(completion));
+  if (reminders_ != nullptr) return center()->getNotificationSettings(std::move(completion));
   completion({});
 }
 
@@ -43,9 +50,12 @@ void HeldCenter::getNotificationCategories(std::function<void(std::vector<UNNoti
 }
 
 void HeldCenter::add(UNNotificationRequest request, std::function<void(std::optional<Error>)> completion) {
-  held_.emplace_back([request = std::move(request), completion = std::move(completion)](auto& open) {
-    open.add(request, completion);
-  });
+  held_.emplace_back(
+      [request = std::move(request), completion = std::move(completion), answers = answers_](auto& open) {
+        open.add(request, [completion, answers](const std::optional<Error>& error) {
+          if (completion) answers->push_back([completion, error] { completion(error); });
+        });
+      });
 }
 
 void HeldCenter::getPendingNotificationRequests(std::function<void(std::vector<UNNotificationRequest>)> completion) {

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "cli/Reminders.h"
 #include "platform/UNUserNotificationCenter.h"
 #include "support/Result.h"
 
@@ -18,15 +20,16 @@ namespace pillora {
 /// Questions go to the centre at once; the answers do not count what is held. Main thread only.
 class HeldCenter final : public UNUserNotificationCenter {
  public:
-  using Open = std::function<Result<UNUserNotificationCenter*>()>;
+  using Open = std::function<Result<Reminders*>()>;
 
   /// `open` is called until it succeeds; what it answers outlives this.
   explicit HeldCenter(Open open) : open_(std::move(open)) {}
 
-  /// Whether what is held can be handed over. The error is that of opening the centre.
+  /// Whether what is held can be handed over. The error is that of opening the centre, or of a question to it.
   Result<void> prepare();
-  /// Hands over what is held, in order, after prepare() succeeded.
-  void commit();
+  /// Hands over what is held, in order, after prepare() succeeded, and waits until it is kept. After an error the
+  /// completions are not called: it stands for them all.
+  Result<void> commit();
 
   void setDelegate(UNUserNotificationCenterDelegate*) override {}  // a command is over before anything is shown
   void requestAuthorization(unsigned options,
@@ -48,9 +51,11 @@ class HeldCenter final : public UNUserNotificationCenter {
   UNUserNotificationCenter* center();
 
   Open open_;
-  UNUserNotificationCenter* center_ = nullptr;
+  Reminders* reminders_ = nullptr;
   std::optional<Error> failure_;
   std::vector<std::function<void(UNUserNotificationCenter&)>> held_;
+  using Answers = std::vector<std::function<void()>>;
+  std::shared_ptr<Answers> answers_ = std::make_shared<Answers>();  ///< completions that are to be called
 };
 
 }  // namespace pillora

@@ -24,12 +24,12 @@ auto triggerOrder(const UNNotificationRequest& request) {
 }
 
 /// Asks the centre, and waits for its answers where they come at the end of a turn.
-Planned planned(UNUserNotificationCenter& center, Session& session) {
+Result<Planned> planned(UNUserNotificationCenter& center, Session& session) {
   auto found = std::make_shared<Planned>();
   center.getPendingNotificationRequests([found](auto requests) { found->requests = std::move(requests); });
   center.getNotificationCategories([found](auto categories) { found->categories = std::move(categories); });
   center.getBadgeCount([found](int64_t badge) { found->badge = badge; });
-  session.endTurn();
+  if (const auto answered = session.endTurn(); !answered) return answered.error();
   std::ranges::sort(found->requests, {}, triggerOrder);
   return *found;
 }
@@ -118,9 +118,10 @@ Result<Action> remindersCommand(const CommandLine& line, Session& session) {
     }
     const auto center = session.notificationCenter();
     if (!center) return center.error();
-    Planned found = planned(**center, session);
-    std::erase_if(found.requests, [&](const auto& request) { return !request.identifier.starts_with(prefix); });
-    return session.json() ? plannedJson(found) : plannedText(found, session);
+    auto found = planned(**center, session);
+    if (!found) return found.error();
+    std::erase_if(found->requests, [&](const auto& request) { return !request.identifier.starts_with(prefix); });
+    return session.json() ? plannedJson(*found) : plannedText(*found, session);
   });
 }
 

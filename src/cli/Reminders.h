@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,6 +11,7 @@
 #include "platform/Clock.h"
 #include "platform/MainExecutor.h"
 #include "platform/UNUserNotificationCenter.h"
+#include "support/Result.h"
 
 namespace pillora {
 
@@ -18,6 +20,9 @@ struct Reminders {
   UNUserNotificationCenter& notificationCenter;
   BGTaskScheduler& taskScheduler;
   std::shared_ptr<void> owner;
+  /// Waits until all that was issued is kept, and its completions have come. The error is the first since the last call
+  /// that no completion told. Absent where everything takes effect at once.
+  std::function<Result<void>()> finish = {};
 };
 
 /// Which centre is to be opened and what it is to go by; what is referred to outlives it.

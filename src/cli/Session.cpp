@@ -40,7 +40,7 @@ Session::Session(const CommandLine& line, const CliEnvironment& environment)
     : line_(line),
       environment_(environment),
       clock_(environment.clock.now()),
-      heldCenter_([this] { return notificationCenter(); }) {}
+      heldCenter_([this] { return reminders(); }) {}
 
 Session::~Session() {
   if (container_) container_->mainContext().discardChanges();
@@ -143,6 +143,12 @@ Result<ScreenEnvironment> Session::open() {
 }
 
 Result<UNUserNotificationCenter*> Session::notificationCenter() {
+  const auto opened = reminders();
+  if (!opened) return opened.error();
+  return &(*opened)->notificationCenter;
+}
+
+Result<Reminders*> Session::reminders() {
   if (!reminders_ && line_.store && !line_.reminders) reminders_.emplace(inMemoryReminders());
   if (!reminders_) {
     const auto calendar = gregorian();
@@ -151,7 +157,7 @@ Result<UNUserNotificationCenter*> Session::notificationCenter() {
     if (!opened) return Error{"the reminders cannot be opened: " + opened.error().description};
     reminders_.emplace(*std::move(opened));
   }
-  return &reminders_->notificationCenter;
+  return &*reminders_;
 }
 
 Result<std::unique_ptr<PilloraApp>> Session::startApp(Console& console) {
@@ -200,9 +206,21 @@ Result<void> Session::save() {
   if (auto error = context.takeReadError()) return *std::move(error);
   if (const auto prepared = heldCenter_.prepare(); !prepared) return prepared;
   if (const auto saved = context.save(); !saved) return saved;
-  heldCenter_.commit();
-  endTurn();
+  const auto planned = heldCenter_.commit();
+  static_cast<void>(endTurn());
+  if (!planned) return Error{"saved, but the reminders are as they were: " + planned.error().description};
   return {};
+}
+
+Result<void> Session::endTurn() {
+  environment_.endTurn();
+  const auto finished = reminders_ && reminders_->finish ? reminders_->finish() : Result<void>();
+  environment_.endTurn();
+  return finished;
+}
+
+std::shared_ptr<void> Session::whenToldToEnd(std::function<void()> ended) const {
+  return environment_.whenToldToEnd ? environment_.whenToldToEnd(std::move(ended)) : nullptr;
 }
 
 }  // namespace pillora

@@ -58,8 +58,11 @@ class Session {
   Result<std::shared_ptr<Medicine>> medicine(std::string_view ref);
   /// Writes what the command changed, all of it or nothing, then hands over what it planned and cancelled.
   Result<void> save();
-  /// Runs what was left for the end of the turn.
-  void endTurn() { environment_.endTurn(); }
+  /// Runs what was left for the end of the turn, and waits for what the notification centre has to answer. The error is
+  /// of a change or a question that no completion told.
+  Result<void> endTurn();
+  /// See CliEnvironment; null where nobody tells.
+  std::shared_ptr<void> whenToldToEnd(std::function<void()> ended) const;
 
  private:
   struct FixedClock final : Clock {
@@ -70,6 +73,7 @@ class Session {
 
   Session(const CommandLine& line, const CliEnvironment& environment);
   Result<void> prepare();
+  Result<Reminders*> reminders();
   Region region() const { return {line_.timeZone, line_.locale}; }
   Result<ModelConfiguration> storeConfiguration() const;
   Result<ModelContext*> openStore();

@@ -8,7 +8,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "agent/AgentClient.h"
 #include "agent/InProcessCenter.h"
+#include "agent/ProcessLauncher.h"
 #include "cli/Run.h"
 #include "icu/Calendars.h"
 #include "icu/IcuTexts.h"
@@ -17,6 +19,7 @@
 #include "linux/QueuedMainExecutor.h"
 #include "linux/StandardErrorConsole.h"
 #include "linux/SystemClock.h"
+#include "linux/TerminationWatch.h"
 
 namespace {
 
@@ -43,8 +46,8 @@ Result<std::string> defaultStore() {
   return folder ? Result<std::string>(*folder + "/Pillora.store") : folder.error();
 }
 
-/// A centre in a file: of the session the agent's own, in whose place nothing is shown or dropped here.
-Result<Reminders> openReminders(const RemindersPlace& place) {
+/// A centre in a file.
+Result<Reminders> inFile(const std::string& file, const RemindersPlace& place) {
   struct Opened {
     explicit Opened(const Calendar& gregorian) : zone(gregorian) {}
     CalendarZone zone;
@@ -52,16 +55,28 @@ Result<Reminders> openReminders(const RemindersPlace& place) {
     std::unique_ptr<InProcessCenter> center;
   };
   const auto opened = std::make_shared<Opened>(place.gregorian);
-  const auto folder = place.file ? Result<std::string>("") : stateFolder();
-  if (!folder) return folder.error();
-  auto center = InProcessCenter::open(place.file.value_or(*folder + "/reminders.db"), place.clock, opened->zone,
-                                      place.executor, opened->presenter);
+  auto center = InProcessCenter::open(file, place.clock, opened->zone, place.executor, opened->presenter);
   if (!center) return center.error();
   opened->center = *std::move(center);
   if (place.file) {
     if (const auto passed = opened->center->advance(); !passed) return passed.error();
   }
-  return Reminders{*opened->center, *opened->center, opened};
+  return Reminders{*opened->center, *opened->center, opened, [opened] { return opened->center->finish(); }};
+}
+
+/// The session's centre is the agent. Without a session bus its file takes its place, and there nothing is shown or
+/// dropped: that is left to the agent.
+Result<Reminders> openReminders(const RemindersPlace& place) {
+  if (place.file) return inFile(*place.file, place);
+  auto connected = AgentClient::connect(place.executor, {siblingProgram("pillora-agent")});
+  if (!connected) return connected.error();
+  if (*connected != nullptr) {
+    const std::shared_ptr<AgentClient> agent = *std::move(connected);
+    return Reminders{*agent, *agent, agent, [agent] { return agent->finish(); }};
+  }
+  const auto folder = stateFolder();
+  if (!folder) return folder.error();
+  return inFile(*folder + "/reminders.db", place);
 }
 
 /// On the terminal itself, which standard output and error need not be.
@@ -91,6 +106,9 @@ int main(int argc, char** argv) {
                              defaultStore,
                              openReminders,
                              [&executor] { executor.drain(); }};
+  environment.whenToldToEnd = [](std::function<void()> ended) -> std::shared_ptr<void> {
+    return std::make_shared<TerminationWatch>(std::move(ended));
+  };
   environment.deviceOwner = {owner.contextFactory(), [&executor] { executor.wait(); }, tellTerminal};
   const int status = run(std::vector<std::string>(argv + 1, argv + argc), environment, std::cout);
   executor.drain();

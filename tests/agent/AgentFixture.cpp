@@ -36,7 +36,8 @@ void AgentWorld::startAgent() {
   environment.push_back("TZ=" + zoneName);
   environment.push_back("DBUS_SYSTEM_BUS_ADDRESS=" +
                         (systemBus.empty() ? "unix:path=" + folder.path() + "/none" : systemBus));
-  agent = StartedProgram(agentCommand(folder.path() + "/reminders.db"), environment);
+  environment.insert(environment.end(), extraEnvironment.begin(), extraEnvironment.end());
+  agent = StartedProgram(agentCommand(reminderFile), environment);
   ASSERT_TRUE(waitFor([&] { return PrivateBus::isOwned(own.get(), kControlName); })) << "the agent did not start";
 }
 

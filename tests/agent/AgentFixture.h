@@ -69,9 +69,11 @@ class AgentWorld {
   std::string zoneName;
   std::string taskProgram = "true";
   ProcessLauncher::Limits taskLimits;
-  std::string systemBus;         ///< the address of the bus of the time service; none runs by itself
-  std::optional<Instant> armed;  ///< what the agent's timer is armed for, as of the last move
-  bool moved = false;            ///< whether the agent has answered the last move
+  std::string reminderFile = folder.path() + "/reminders.db";
+  std::vector<std::string> extraEnvironment;  ///< of the agent
+  std::string systemBus;                      ///< the address of the bus of the time service; none runs by itself
+  std::optional<Instant> armed;               ///< what the agent's timer is armed for, as of the last move
+  bool moved = false;                         ///< whether the agent has answered the last move
 
  private:
   template <typename Argument>
