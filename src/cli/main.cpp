@@ -94,7 +94,7 @@ int main(int argc, char** argv) {
   const SystemClock clock;
   StandardErrorConsole console;
   QueuedMainExecutor executor;
-  DeviceOwnerAuthentication owner;
+  DeviceOwnerAuthentication owner({.terminalAgent = "pkttyagent"});
   CliEnvironment environment{clock,
                              console,
                              executor,

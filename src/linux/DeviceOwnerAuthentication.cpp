@@ -7,6 +7,7 @@
 
 #include "linux/Fingerprint.h"
 #include "linux/SystemBus.h"
+#include "linux/TerminalAgent.h"
 #include "linux/UnlockAction.h"
 
 namespace pillora {
@@ -46,15 +47,17 @@ class DeviceOwnerAuthentication::Context final : public LAContext {
 
 namespace {
 
-using Patience = DeviceOwnerAuthentication::Patience;
+using Options = DeviceOwnerAuthentication::Options;
 
-Result<void> evaluate(LAPolicy policy, int cancelled, const Patience& patience) {
+Result<void> evaluate(LAPolicy policy, int cancelled, const Options& options) {
   const auto bus = SystemBus::open(cancelled);
   if (!bus) return bus.error();
-  if (policy == LAPolicy::deviceOwnerAuthentication && canAuthorizeUnlock(**bus, after(patience.check))) {
-    return authorizeUnlock(**bus, after(patience.prompt));
+  if (policy == LAPolicy::deviceOwnerAuthentication && canAuthorizeUnlock(**bus, after(options.check))) {
+    std::optional<TerminalAgent> agent;
+    if (!options.terminalAgent.empty()) agent.emplace(options.terminalAgent);
+    return authorizeUnlock(**bus, after(options.prompt));
   }
-  return verifyFingerprint(**bus, after(patience.finger));
+  return verifyFingerprint(**bus, after(options.finger));
 }
 
 }  // namespace
@@ -74,7 +77,7 @@ LAContextFactory DeviceOwnerAuthentication::contextFactory() {
 Result<void> DeviceOwnerAuthentication::canEvaluate(LAPolicy policy) const {
   const auto bus = SystemBus::open();
   if (!bus) return bus.error();
-  const Deadline deadline = after(patience_.check);
+  const Deadline deadline = after(options_.check);
   const bool isFingerEnough = policy == LAPolicy::deviceOwnerAuthenticationWithBiometrics;
   if (isFingerEnough) return canVerifyFingerprint(**bus, deadline);
   const auto byPolkit = canAuthorizeUnlock(**bus, deadline);
@@ -98,7 +101,7 @@ void DeviceOwnerAuthentication::ask(const Context& context, LAPolicy policy, LAC
 }
 
 void DeviceOwnerAuthentication::run(const std::shared_ptr<Prompt>& prompt, LAPolicy policy) {
-  const auto result = evaluate(policy, prompt->cancelled, patience_);
+  const auto result = evaluate(policy, prompt->cancelled, options_);
   std::vector<Prompt::Waiting> waiting;
   {
     const std::lock_guard lock(mutex_);

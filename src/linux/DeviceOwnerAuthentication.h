@@ -6,6 +6,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "platform/LAContext.h"
@@ -20,15 +21,17 @@ namespace pillora {
 /// context waits for it any more, when a context that waits for it is invalidated, or when its time is over.
 class DeviceOwnerAuthentication {
  public:
-  struct Patience {
+  struct Options {
     std::chrono::milliseconds check = std::chrono::seconds(1);  ///< for canEvaluatePolicy()
     /// For a finger: nobody sees that the reader waits, so the passcode's prompt comes soon.
     std::chrono::milliseconds finger = std::chrono::seconds(30);
     std::chrono::milliseconds prompt = std::chrono::minutes(5);  ///< for a prompt on the screen
+    /// For a program at a terminal: "pkttyagent", which shows the prompt there where nobody else shows it.
+    std::string terminalAgent = {};
   };
 
-  DeviceOwnerAuthentication() : DeviceOwnerAuthentication(Patience()) {}
-  explicit DeviceOwnerAuthentication(Patience patience) : patience_(patience) {}
+  DeviceOwnerAuthentication() : DeviceOwnerAuthentication(Options()) {}
+  explicit DeviceOwnerAuthentication(Options options) : options_(std::move(options)) {}
   /// Takes an open prompt down and waits for its end.
   ~DeviceOwnerAuthentication();
 
@@ -45,7 +48,7 @@ class DeviceOwnerAuthentication {
   void withdraw(const Context& context);
   void run(const std::shared_ptr<Prompt>& prompt, LAPolicy policy);
 
-  Patience patience_;
+  Options options_;
   std::mutex mutex_;  ///< guards `open_` and the list of those who wait for it
   std::shared_ptr<Prompt> open_;
   std::thread thread_;  ///< of the last prompt; it ends after those before it

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "linux/UnlockAction.h"
 
-#include <algorithm>
 #include <cstring>
-#include <fstream>
-#include <sstream>
-#include <string>
 #include <unistd.h>
+
+#include "linux/TerminalAgent.h"
 
 namespace pillora {
 
@@ -24,23 +22,9 @@ struct Answer {
   bool isAuthorized = false, isChallenge = false, isDismissed = false;
 };
 
-/// When this process began, in the kernel's ticks since boot: the 22nd field of its stat file (proc(5)). The second
-/// may hold blanks and brackets. Zero when it cannot be read; polkit then looks for itself.
-uint64_t ownStartTime() {
-  std::ifstream file("/proc/self/stat");
-  std::string line;
-  std::getline(file, line);
-  std::istringstream fields(line.substr(std::min(line.size(), line.rfind(')') + 1)));
-  std::string skipped;
-  for (int field = 3; field < 22; ++field) fields >> skipped;
-  uint64_t time = 0;
-  fields >> time;
-  return time;
-}
-
 /// Our process, and not our session: a process is found in a graphical session and outside of any, over SSH or in a
 /// service, and prompts in the terminal that we run in are registered for it alone. The start time keeps a later
-/// process of the same number from being taken for us.
+/// process of the same number from being taken for us; where it is unknown polkit looks for itself.
 int appendSubject(sd_bus_message* call) {
   return sd_bus_message_append(call, "(sa{sv})", "unix-process", 3, "pid", "u", static_cast<uint32_t>(getpid()),
                                "start-time", "t", ownStartTime(), "uid", "i", static_cast<int32_t>(getuid()));

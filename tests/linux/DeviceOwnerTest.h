@@ -83,8 +83,8 @@ class DeviceOwnerTest : public ::testing::Test {
     EXPECT_EQ(outcome.success, outcome.error.empty());
     return outcome.success ? "success" : outcome.error;
   }
-  void make(DeviceOwnerAuthentication::Patience patience) {
-    device = std::make_unique<DeviceOwnerAuthentication>(patience);
+  void make(DeviceOwnerAuthentication::Options options) {
+    device = std::make_unique<DeviceOwnerAuthentication>(std::move(options));
   }
 
   PrivateBus bus;
