@@ -10,6 +10,7 @@
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
+#include "platform/FileManager.h"
 #include "platform/LAContext.h"
 #include "platform/MainExecutor.h"
 #include "platform/Texts.h"
@@ -26,6 +27,12 @@ struct Terminal {
 /// A time zone and a locale by name; what is absent is the system's.
 struct Region {
   std::optional<std::string> timeZone, locale;
+};
+
+/// Where backups lie.
+struct BackupPlaces {
+  std::optional<std::string> documents, cloud;  ///< absolute paths
+  bool orOwn = false;                           ///< what is absent is the user's own folder, else there is none
 };
 
 /// The device's owner, who is asked while the app is locked.
@@ -54,6 +61,8 @@ struct CliEnvironment {
   DeviceOwner deviceOwner = {};
   /// While the answer is kept, a request to the process to end calls `ended`, on another thread, and does nothing else.
   std::function<std::shared_ptr<void>(std::function<void()> ended)> whenToldToEnd = {};
+  /// The files that backups are made of.
+  std::function<std::unique_ptr<FileManager>(const BackupPlaces&)> makeFileManager = {};
 };
 
 }  // namespace pillora

@@ -36,6 +36,8 @@ void addGlobalOptions(CLI::App& app, CommandLine& line) {
   app.add_flag("--json", line.json, "Print one JSON object");
   value(app, "--store", line.store, "FILE", "The store, made when missing (default: the app's)");
   value(app, "--reminders", line.reminders, "FILE", "Keep reminders in FILE, where none is shown");
+  value(app, "--documents", line.documents, "DIR", "Where local backups lie (default: your documents)");
+  value(app, "--cloud", line.cloud, "DIR", "Where cloud backups lie (default: your sync folder)");
   value(app, "--now", line.now, "INSTANT", "Act as at this instant; only together with --store");
   value(app, "--time-zone", line.timeZone, "ID", "Instead of the system's: Europe/Berlin");
   value(app, "--locale", line.locale, "ID", "Instead of the system's: th_TH@calendar=buddhist");
@@ -49,8 +51,8 @@ void addScreens(CLI::App& app, CommandLine& line) {
   command(app, "upcoming", "Every open dose of the next seven days");
   auto& medicines = command(app, "medicines", "All medicines and when each is due next");
   value(medicines, "--search", line.search, "TEXT", "Only those whose name holds TEXT");
-  auto& medicine = command(app, "medicine", "One medicine, when it is due, and its last doses",
-                           "  pilloractl medicine aspirin");
+  auto& medicine =
+      command(app, "medicine", "One medicine, when it is due, and its last doses", "  pilloractl medicine aspirin");
   argument(medicine, "REF", line.ref, "The medicine")->required();
   auto& history = command(app, "history", "What became of every dose, and how many were taken",
                           "  pilloractl history --range month\n"
@@ -141,6 +143,26 @@ void addDoseCommands(CLI::App& app, CommandLine& line) {
   argument(logs, "REF", line.ref, "Only of this medicine");
 }
 
+void addSettingsCommands(CLI::App& app, CommandLine& line) {
+  auto& settings = command(app, "settings", "Your preferences, and how to change one",
+                           "  pilloractl settings\n"
+                           "  pilloractl settings set weekStartDay 2\n"
+                           "  pilloractl settings set notificationSound chime\n"
+                           "  pilloractl settings set use24HourTime yes");
+  argument(settings, "ACTION", line.action, "set, to change one (default: show all)");
+  argument(settings, "FIELD", line.field, "Which one, as 'settings' prints it in its last column");
+  argument(settings, "VALUE", line.value, "Its new value");
+
+  auto& backup = command(app, "backup", "Write, list, restore or delete backups",
+                         "  pilloractl backup create\n"
+                         "  pilloractl backup create --cloud\n"
+                         "  pilloractl backup list\n"
+                         "  pilloractl backup restore Pillora_Backup_2026-03-08_07-30-00.json");
+  argument(backup, "ACTION", line.action, "create, list, restore or delete")->required();
+  argument(backup, "FILE", line.file, "The backup to restore or delete, as 'backup list' names it, or its path");
+  backup.add_flag("--cloud", line.isCloud, "Create it in the cloud folder");
+}
+
 void addAppCommands(CLI::App& app, CommandLine& line) {
   command(app, "launch", "Do what the app does when it is opened");
   auto& reminders = command(app, "reminders", "The reminders that are planned");
@@ -149,7 +171,7 @@ void addAppCommands(CLI::App& app, CommandLine& line) {
   auto& task = command(app, "run-task", "Run a background task that is due",
                        "  pilloractl run-task org.pillora.Pillora.missedDoseCheck");
   argument(task, "IDENTIFIER", line.taskIdentifier, "The task")->required();
-  task.add_flag("--scheduled", line.isScheduled, "The scheduler's own run: prints nothing, also runs while locked");
+  task.add_flag("--scheduled", line.isScheduled, "The scheduler's own: prints nothing, passes the lock");
 }
 
 void addOtherCommands(CLI::App& app, CommandLine& line) {
@@ -190,12 +212,20 @@ void describe(CLI::App& app, CommandLine& line) {
   addScreens(app, line);
   addMedicineCommands(app, line);
   addDoseCommands(app, line);
+  addSettingsCommands(app, line);
   addAppCommands(app, line);
   addOtherCommands(app, line);
 }
 
+/// The words that a command's first argument offers.
+std::string choicesOf(const std::string& command) {
+  if (command == "settings") return "set";
+  if (command == "backup") return "create list restore delete";
+  return command == "completion" ? "bash zsh fish" : "";
+}
+
 CommandWords wordsOf(const CLI::App& app, const std::string& name) {
-  CommandWords words{name, app.get_description(), {}, {}};
+  CommandWords words{name, app.get_description(), {}, {}, choicesOf(name)};
   for (const CLI::Option* option : app.get_options({})) {
     if (option->get_positional()) {
       if (words.argument.empty()) words.argument = option->get_name();
@@ -246,7 +276,8 @@ Result<void> checkEncoding(const std::vector<std::string>& arguments) {
     const auto holdsFile = [&](const std::string& option) {
       return arguments[i].starts_with(option + '=') || (i > 0 && arguments[i - 1] == option);
     };
-    const bool isFile = holdsFile("--store") || holdsFile("--reminders");
+    const bool isFile = holdsFile("--store") || holdsFile("--reminders") || holdsFile("--documents") ||
+                        holdsFile("--cloud") || (i > 1 && arguments[i - 2] == "backup");
     if (!isFile && !isUtf8(arguments[i])) return Error{"argument " + std::to_string(i + 1) + " is not UTF-8 text"};
   }
   return {};

@@ -17,13 +17,15 @@ struct CommandLine {
 
   // Options before the command.
   bool json = false, noPrompt = false;
-  Word store, reminders, now, timeZone, locale, language, authenticator;
+  Word store, reminders, documents, cloud, now, timeZone, locale, language, authenticator;
 
   std::string command;
 
   // Words and options after it.
   Word ref, instant, logId, status, shell, search, range, filter, taskIdentifier;
   bool isScheduled = false;
+  Word action, field, value, file;
+  bool isCloud = false;
   Word interval, after, count;
   Word name, dosage, unit, instructions, color, icon, active, allowSnooze, snoozeMinutes, maxSnooze, repeating, start,
       end;
@@ -41,6 +43,7 @@ struct CommandWords {
   std::string name, description;
   std::vector<OptionWords> options;
   std::string argument;  ///< its first argument: "REF"; empty when it takes none
+  std::string choices;   ///< the words that this argument offers, apart by blanks; empty when it is free
 };
 
 /// Everything that a command line may hold.

@@ -43,6 +43,10 @@ Result<Action> markMissedCommand(const CommandLine& line, Session& session);
 Result<Action> runTaskCommand(const CommandLine& line, Session& session);
 Result<Action> remindersCommand(const CommandLine& line, Session& session);
 
+// Preferences and backups.
+Result<Action> settingsCommand(const CommandLine& line, Session& session);
+Result<Action> backupCommand(const CommandLine& line, Session& session);
+
 // What needs no store.
 Result<Action> nextCommand(const CommandLine& line, Session& session);
 Result<Action> completionCommand(const CommandLine& line, Session& session);

@@ -5,6 +5,7 @@
 #include "cli/Commands.h"
 #include "cli/DisplayText.h"
 #include "screens/MedicineForm.h"
+#include "screens/SettingsView.h"
 #include "support/Json.h"
 
 namespace pillora {
@@ -61,6 +62,8 @@ std::string globalsWithValue(const std::vector<CommandWords>& words) {
   return pattern;
 }
 
+bool takesPath(const OptionWords& option) { return option.placeholder == "FILE" || option.placeholder == "DIR"; }
+
 /// Shell cases of the options before which nothing but their value stands: one for each that offers words, and one for
 /// all others.
 template <typename Offer>
@@ -69,7 +72,7 @@ std::string valueCases(const std::vector<CommandWords>& words, Offer offer) {
   std::set<std::string> free;
   for (const CommandWords& command : words) {
     for (const OptionWords& option : command.options) {
-      if (option.placeholder.empty() || option.placeholder == "FILE") continue;
+      if (option.placeholder.empty() || takesPath(option)) continue;
       if (const std::string choices = offered(option); choices.empty()) {
         free.insert(option.name);
       } else {
@@ -99,13 +102,14 @@ _pilloractl() {
     esac
   done
   case $prev in
-    --store|--reminders) compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -f -- "$cur"); return ;;
+    --store|--reminders|--documents|--cloud)
+      compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -f -- "$cur"); return ;;
 @VALUES@
   esac
   case $command in
 @COMMANDS@
   esac
-  if [[ $cur == -* || -z $command || $command == completion ]]; then
+  if [[ $cur == -* || -z $command || @CHOOSERS@ && $prev == "$command" ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$cur")
     return
   fi
@@ -121,6 +125,12 @@ _pilloractl() {
           COMPREPLY+=("$name")
         fi
       done < <(_pilloractl_fetch "$1" medicines '"name":"[^"\\]*"') ;;
+    settings) [[ $prev != set ]] || mapfile -t COMPREPLY < <(compgen -W '@FIELDS@' -- "$cur") ;;
+    backup)
+      [[ $prev != restore && $prev != delete ]] || {
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -f -- "$cur")
+      } ;;
     undo)
       mapfile -t COMPREPLY < <(compgen -W "$(_pilloractl_fetch "$1" today '"id":"[0-9A-F-]\{36\}"')" -- "$cur") ;;
     mark)
@@ -141,13 +151,20 @@ std::string refCommands(const std::vector<CommandWords>& words, std::string_view
   return pattern;
 }
 
+/// The commands whose first argument offers words, as a shell pattern.
+std::string choosers(const std::vector<CommandWords>& words) {
+  std::string pattern;
+  for (const CommandWords& command : words) {
+    if (!command.choices.empty()) pattern.append(pattern.empty() ? "" : "|").append(command.name);
+  }
+  return pattern;
+}
+
 std::string bashScript(const std::vector<CommandWords>& words) {
   std::string commands;
   for (const CommandWords& command : words) {
     const std::string own = joined(optionNames(command));
-    const std::string more = command.name.empty()           ? ' ' + joined(commandNames(words))
-                             : command.name == "completion" ? " bash zsh fish"
-                                                            : "";
+    const std::string more = command.name.empty() ? ' ' + joined(commandNames(words)) : ' ' + command.choices;
     commands.append("    ").append(command.name.empty() ? "''" : command.name).append(") words='");
     commands.append(own).append(more).append("' ;;\n");
   }
@@ -158,6 +175,8 @@ std::string bashScript(const std::vector<CommandWords>& words) {
   script = replaced(script, "@GLOBALS@", globalsWithValue(words));
   script = replaced(script, "@VALUES@\n", values);
   script = replaced(script, "@COMMANDS@\n", commands);
+  script = replaced(script, "@CHOOSERS@", "$command == @(" + choosers(words) + ')');
+  script = replaced(script, "@FIELDS@", joined(kSettingsFields));
   return replaced(script, "@REFS@", refCommands(words, "|"));
 }
 
@@ -182,7 +201,7 @@ _pilloractl() {
     esac
   done
   case $words[CURRENT-1] in
-    --store|--reminders) _files; return ;;
+    --store|--reminders|--documents|--cloud) _files; return ;;
 @VALUES@
   esac
   case $command in
@@ -198,8 +217,14 @@ _pilloractl() {
     mark)
       found=(taken skipped)
       [[ $words[CURRENT-1] == mark ]] && found=("${(@f)$(_pilloractl_fetch history '"id":"[0-9A-F-]\{36\}"')}") ;;
-    completion) found=(bash zsh fish) ;;
+    settings) [[ $words[CURRENT-1] == set ]] && found=(@FIELDS@) ;;
+    backup) if [[ $words[CURRENT-1] == (restore|delete) ]]; then _files; return; fi ;;
   esac
+  if [[ $words[CURRENT-1] == $command ]]; then
+    case $command in
+@CHOICES@
+    esac
+  fi
   compadd -M 'm:{a-zA-Z}={A-Za-z}' -a found
 }
 
@@ -211,8 +236,9 @@ fi
 )sh";
 
 std::string zshScript(const std::vector<CommandWords>& words) {
-  std::string commands;
+  std::string commands, cases;
   for (const CommandWords& command : words) {
+    if (!command.choices.empty()) cases += "      " + command.name + ") found=(" + command.choices + ") ;;\n";
     commands += "    " + (command.name.empty() ? "''" : command.name) + ") described=(\n";
     for (const OptionWords& option : command.options) {
       commands += "      " + zshQuoted(option.name + ':' + option.description) + '\n';
@@ -229,6 +255,8 @@ std::string zshScript(const std::vector<CommandWords>& words) {
   script = replaced(script, "@GLOBALS@", globalsWithValue(words));
   script = replaced(script, "@VALUES@\n", values);
   script = replaced(script, "@COMMANDS@\n", commands);
+  script = replaced(script, "@CHOICES@\n", cases);
+  script = replaced(script, "@FIELDS@", joined(kSettingsFields));
   return replaced(script, "@REFS@", refCommands(words, "|"));
 }
 
@@ -260,7 +288,7 @@ std::string fishScript(const std::vector<CommandWords>& words) {
     for (const OptionWords& option : command.options) {
       const std::string choices = offered(option);
       script += line + " -l " + option.name.substr(2) + " -d " + fishQuoted(option.description);
-      if (option.placeholder == "FILE") {
+      if (takesPath(option)) {
         script += " -r -F";
       } else if (!option.placeholder.empty()) {
         script += " -x";
@@ -280,7 +308,12 @@ std::string fishScript(const std::vector<CommandWords>& words) {
   script += values(refCommands(words, " "), R"((__pilloractl_fetch medicines '"name":"[^"\\]*"'))");
   script += values("undo", R"((__pilloractl_fetch today '"id":"[0-9A-F-]\{36\}"'))");
   script += values("mark", R"((__pilloractl_fetch history '"id":"[0-9A-F-]\{36\}"') taken skipped)");
-  return script + values("completion", "bash zsh fish");
+  for (const CommandWords& command : words) {
+    if (!command.choices.empty()) script += values(command.name, command.choices);
+  }
+  script += values("settings; and __fish_seen_subcommand_from set", joined(kSettingsFields));
+  return script + "complete -c pilloractl -n '__fish_seen_subcommand_from backup; and __fish_seen_subcommand_from " +
+         "restore delete' -F\n";
 }
 
 }  // namespace

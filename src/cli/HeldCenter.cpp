@@ -14,6 +14,11 @@ UNUserNotificationCenter* HeldCenter::center() {
   return reminders_ != nullptr ? &reminders_->notificationCenter : nullptr;
 }
 
+Result<void> HeldCenter::open() {
+  if (center() == nullptr) return *failure_;
+  return {};
+}
+
 Result<void> HeldCenter::prepare() {
   if (!held_.empty()) center();
   if (failure_) return *failure_;

@@ -25,6 +25,8 @@ class HeldCenter final : public UNUserNotificationCenter {
   /// `open` is called until it succeeds; what it answers outlives this.
   explicit HeldCenter(Open open) : open_(std::move(open)) {}
 
+  /// Opens the centre now, so that a question what is allowed gets its own answer.
+  Result<void> open();
   /// Whether what is held can be handed over. The error is that of opening the centre, or of a question to it.
   Result<void> prepare();
   /// Hands over what is held, in order, after prepare() succeeded, and waits until it is kept. After an error the

@@ -8,6 +8,7 @@
 #include "screens/MedicineDetailView.h"
 #include "screens/MedicineListView.h"
 #include "screens/ReminderHistoryContent.h"
+#include "screens/SettingsContent.h"
 #include "screens/TodayView.h"
 #include "screens/UpcomingView.h"
 
@@ -21,6 +22,9 @@ std::string rendered(const UpcomingContent& content, const Terminal& terminal, c
 std::string rendered(const MedicineListContent& content, const Terminal& terminal, const Texts& texts);
 std::string rendered(const MedicineDetailContent& content, const Terminal& terminal, const Texts& texts);
 std::string rendered(const HistoryContent& content, const Terminal& terminal, const Texts& texts);
+
+std::string rendered(const SettingsContent& content, const Terminal& terminal, const Texts& texts);
+std::string rendered(const RestoreSheet& sheet, const Terminal& terminal, const Texts& texts);
 
 /// Logs under the date of their day.
 struct LogDay {

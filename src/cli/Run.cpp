@@ -38,6 +38,8 @@ constexpr std::array kCommands = {
     Command{"reminders", remindersCommand},
     Command{"mark-missed", markMissedCommand},
     Command{"run-task", runTaskCommand},
+    Command{"settings", settingsCommand},
+    Command{"backup", backupCommand},
     Command{"next", nextCommand},
     Command{"completion", completionCommand},
 };

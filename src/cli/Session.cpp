@@ -60,6 +60,8 @@ Result<void> Session::prepare() {
   }
   if (line_.store && line_.store->empty()) return Error{"--store needs the name of a file"};
   if (line_.reminders && line_.reminders->empty()) return Error{"--reminders needs the name of a file"};
+  if (line_.documents && line_.documents->empty()) return Error{"--documents needs the name of a folder"};
+  if (line_.cloud && line_.cloud->empty()) return Error{"--cloud needs the name of a folder"};
   auto calendar = environment_.makeCalendar(region());
   if (!calendar) return calendar.error();
   calendar_ = *std::move(calendar);
@@ -158,6 +160,24 @@ Result<Reminders*> Session::reminders() {
     reminders_.emplace(*std::move(opened));
   }
   return &*reminders_;
+}
+
+Result<void> Session::readPermission() {
+  if (auto opened = heldCenter_.open(); !opened) return opened;
+  notifications_->checkAuthorizationStatus();
+  static_cast<void>(endTurn());
+  return {};
+}
+
+BackupEnvironment Session::backupEnvironment() {
+  if (!files_) {
+    const auto absolute = [](const CommandLine::Word& folder) -> std::optional<std::string> {
+      std::error_code ignored;  // without a working folder the name stays as it is
+      return folder ? std::optional(std::filesystem::absolute(*folder, ignored).string()) : std::nullopt;
+    };
+    files_ = environment_.makeFileManager({absolute(line_.documents), absolute(line_.cloud), !line_.store});
+  }
+  return {*files_, background_, environment_.executor, clock_, *texts_, Bundle()};
 }
 
 Result<std::unique_ptr<PilloraApp>> Session::startApp(Console& console) {

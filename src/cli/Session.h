@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "app/PilloraApp.h"
+#include "backup/BackupService.h"
 #include "cli/CliEnvironment.h"
 #include "cli/CommandLine.h"
 #include "cli/HeldCenter.h"
@@ -49,6 +50,10 @@ class Session {
   Result<ScreenEnvironment> open();
   /// Opens the notification centre at the first call.
   Result<UNUserNotificationCenter*> notificationCenter();
+  /// Lets the notification manager know what is allowed; opens the centre.
+  Result<void> readPermission();
+  /// What backups work with, in the folders of the call; jobs of its queue run at once.
+  BackupEnvironment backupEnvironment();
   /// Starts the app on the call's store and reminders; its lines go to `console`. It must not outlive the session.
   Result<std::unique_ptr<PilloraApp>> startApp(Console& console);
   /// Whether times are shown in the 24-hour form; opens the store.
@@ -71,6 +76,10 @@ class Session {
     Instant instant_;
   };
 
+  struct SameThread final : BackgroundExecutor {
+    void post(std::function<void()> job) override { job(); }
+  };
+
   Session(const CommandLine& line, const CliEnvironment& environment);
   Result<void> prepare();
   Result<Reminders*> reminders();
@@ -89,6 +98,8 @@ class Session {
   std::optional<Reminders> reminders_;
   std::unique_ptr<ModelContainer> container_;
   HeldCenter heldCenter_;
+  std::unique_ptr<FileManager> files_;  ///< made when it is first needed
+  SameThread background_;
   BroadcastCentre broadcasts_;
   std::optional<NotificationManager> notifications_;
 };

@@ -14,8 +14,10 @@
 #include "cli/Run.h"
 #include "icu/Calendars.h"
 #include "icu/IcuTexts.h"
+#include "linux/CloudFolder.h"
 #include "linux/DeviceOwnerAuthentication.h"
 #include "linux/Folders.h"
+#include "linux/PosixFileManager.h"
 #include "linux/QueuedMainExecutor.h"
 #include "linux/StandardErrorConsole.h"
 #include "linux/SystemClock.h"
@@ -79,6 +81,14 @@ Result<Reminders> openReminders(const RemindersPlace& place) {
   return inFile(*folder + "/reminders.db", place);
 }
 
+std::unique_ptr<FileManager> makeFileManager(const BackupPlaces& places) {
+  using Folder = std::optional<std::string>;
+  const auto place = [&](const Folder& given, Folder (*own)()) -> PosixFileManager::Place {
+    return [given, own, orOwn = places.orOwn] { return given || !orOwn ? given : own(); };
+  };
+  return std::make_unique<PosixFileManager>(place(places.documents, documentsFolder), place(places.cloud, cloudFolder));
+}
+
 /// On the terminal itself, which standard output and error need not be.
 void tellTerminal(const std::string& line) {
   if (std::ofstream terminal("/dev/tty"); terminal) terminal << line << std::endl;
@@ -110,6 +120,7 @@ int main(int argc, char** argv) {
     return std::make_shared<TerminationWatch>(std::move(ended));
   };
   environment.deviceOwner = {owner.contextFactory(), [&executor] { executor.wait(); }, tellTerminal};
+  environment.makeFileManager = makeFileManager;
   const int status = run(std::vector<std::string>(argv + 1, argv + argc), environment, std::cout);
   executor.drain();
   if (!std::cout.flush()) {

@@ -20,6 +20,7 @@
 #include "doubles/TemporaryFolder.h"
 #include "icu/Calendars.h"
 #include "icu/IcuTexts.h"
+#include "linux/PosixFileManager.h"
 #include "linux/QueuedMainExecutor.h"
 #include "store/ModelContainer.h"
 #include "store/SettingsInUse.h"
@@ -83,6 +84,13 @@ class Cli : public ::testing::Test {
                                [&executor] { executor.drain(); }};
     environment.deviceOwner = {device.factory(), [this, &executor] { answerPrompt(executor); },
                                [this](const std::string& line) { told.push_back(line); }};
+    environment.makeFileManager = [this](const BackupPlaces& places) -> std::unique_ptr<FileManager> {
+      const auto place = [&](const std::optional<std::string>& given, const std::string& own) {
+        return [folder = given || !places.orOwn ? given : std::optional(own)] { return folder; };
+      };
+      return std::make_unique<PosixFileManager>(place(places.documents, folder.file("own-documents")),
+                                                place(places.cloud, folder.file("own-cloud")));
+    };
     std::ostringstream out;
     const int status = pillora::run(words, environment, out);
     executor.drain();

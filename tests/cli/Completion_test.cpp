@@ -67,7 +67,20 @@ TEST_F(Completion, commandsOptionsAndValuesAreOffered) {
   EXPECT_EQ(offered({"completion", "f"}), (Words{"fish"}));
   EXPECT_EQ(offered({"history", "--range", ""}), (Words{"today", "week", "month", "all"}));
   EXPECT_EQ(offered({"history", "--filter", "m"}), (Words{"missed"}));
+  EXPECT_EQ(offered({"settings", "s"}), (Words{"set"}));
+  EXPECT_EQ(offered({"settings", "set", "use"}), (Words{"use24HourTime"}));
+  EXPECT_EQ(offered({"settings", "set", "enable"}), (Words{"enableHaptics", "enableiCloudSync", "enableLocalBackup"}));
+  EXPECT_EQ(offered({"settings", "set", "use24HourTime", ""}), Words());
+  EXPECT_EQ(offered({"--documents", "d", "--cloud", "c", "backup", "cr"}), (Words{"create"}));
+  EXPECT_EQ(offered({"backup", "create", "--cl"}), (Words{"--cloud"}));
   EXPECT_EQ(offered({"add", "A", "--daily", ""}), Words());
+}
+
+TEST_F(Completion, filesAreOfferedWhereABackupIsNamed) {
+  std::ofstream(folder.file("Pillora_Backup.json")) << "";
+  EXPECT_EQ(offered({"backup", "restore", folder.file("Pil")}), (Words{folder.file("Pillora_Backup.json")}));
+  EXPECT_EQ(offered({"backup", "delete", folder.file("Pil")}), (Words{folder.file("Pillora_Backup.json")}));
+  EXPECT_EQ(offered({"backup", "list", folder.file("Pil")}), Words());
 }
 
 TEST_F(Completion, medicinesAreOfferedByNameAsHarmlessWords) {

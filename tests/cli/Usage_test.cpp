@@ -75,7 +75,7 @@ TEST_F(Usage, wrongUsageIsStatusTwoAndOneLine) {
       {"completion", "bash", "zsh"},
       // Commands that this program does not know.
       {"help"},
-      {"history"},
+      {"histories"},
   };
   for (const Words& words : wrong) EXPECT_TRUE(run(words).failedWith(kWrongUsage)) << ::testing::PrintToString(words);
   EXPECT_FALSE(std::filesystem::exists(store)) << "wrong usage opens no store";

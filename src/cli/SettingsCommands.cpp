@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: MIT
+#include <algorithm>
+#include <optional>
+#include <string>
+
+#include "cli/Commands.h"
+#include "cli/RecordJson.h"
+#include "cli/Rendering.h"
+#include "cli/Words.h"
+#include "screens/SettingsView.h"
+#include "store/SettingsInUse.h"
+#include "support/Json.h"
+
+namespace pillora {
+
+namespace {
+
+/// The row of the content that edits or shows this, or null.
+const FormRow* rowOf(const SettingsContent& content, std::string_view id) {
+  for (const FormSection& section : content.sections) {
+    for (const FormRow& row : section.rows) {
+      if (std::visit([&](const auto& one) { return one.id == id; }, row)) return &row;
+    }
+  }
+  return nullptr;
+}
+
+/// The text of a row that only shows a value, or that of the button in its place; nothing when there is no such row.
+std::optional<std::string> shownText(const SettingsContent& content, std::string_view id) {
+  const FormRow* row = rowOf(content, id);
+  const auto* value = row == nullptr ? nullptr : std::get_if<ValueRow>(row);
+  if (value == nullptr) return std::nullopt;
+  return value->action ? value->action->title : value->text;
+}
+
+Result<std::string> settingsJson(const SettingsContent& content, ModelContext& context) {
+  const auto record = settingsInUse(context);
+  const auto medicines = context.fetchCount<Medicine>();
+  if (!medicines) return medicines.error();
+  Json json = Json::object({{"title", content.title},
+                            {"record", recordJson(*record)},
+                            {"notificationStatus", toJson(shownText(content, "notificationStatus"))},
+                            {"medicines", *medicines},
+                            {"version", toJson(shownText(content, "version"))},
+                            {"lastBackup", toJson(shownText(content, "lastBackup"))}});
+  const Json rest = toJson(content);
+  for (const auto& [name, value] : rest.items()) json[name] = value;
+  return jsonLine(json);
+}
+
+/// Prints the settings after opening the screen, which makes their record when there is none.
+Result<std::string> printedSettings(const ScreenEnvironment& screens, Session& session, SettingsView& view) {
+  if (const auto read = session.readPermission(); !read) return read.error();
+  view.appeared();
+  if (const auto saved = session.save(); !saved) return saved.error();
+  const SettingsContent content = view.content();
+  if (auto error = screens.context.takeReadError()) return *std::move(error);
+  if (session.json()) return settingsJson(content, screens.context);
+  return rendered(content, session.terminal(), session.texts());
+}
+
+/// A field and its new value in the shape of its control.
+struct Change {
+  std::string field, value;
+  std::optional<bool> isOn;       ///< of a toggle
+  std::optional<int64_t> number;  ///< of a stepper
+};
+
+/// Errors are wrong usage: a field that there is not, a word of another shape than its control's values.
+Result<Change> readChange(const CommandLine& line) {
+  static constexpr std::array<std::string_view, 3> kChoices = {"weekStartDay", "notificationSound", "backupFrequency"};
+  static constexpr std::array<std::string_view, 2> kNumbers = {"defaultSnoozeDurationMinutes", "defaultMaxSnoozeCount"};
+  const auto isOneOf = [&](const auto& names) { return std::ranges::find(names, *line.field) != names.end(); };
+  if (!line.field || !line.value) return Error{"'settings set' takes a field and a value"};
+  if (!isOneOf(kSettingsFields)) return Error{"there is no setting '" + *line.field + "' to change"};
+  Change change{*line.field, *line.value, std::nullopt, std::nullopt};
+  if (isOneOf(kNumbers) || *line.field == "weekStartDay") {
+    change.number = wholeNumber(*line.value);
+    if (!change.number) return Error{*line.field + " takes a whole number, not '" + *line.value + "'"};
+  } else if (!isOneOf(kChoices)) {
+    change.isOn = yesOrNo(*line.value);
+    if (!change.isOn) return Error{*line.field + " takes yes or no, not '" + *line.value + "'"};
+  }
+  return change;
+}
+
+/// What the control offers, for somebody who asked for something else.
+std::string offerOf(const SettingsContent& content, const std::string& field) {
+  const FormRow* row = rowOf(content, field);
+  if (const auto* stepper = std::get_if<StepperRow>(row)) {
+    return "goes from " + std::to_string(stepper->least) + " to " + std::to_string(stepper->most);
+  }
+  std::string offer;
+  if (const auto* picker = std::get_if<PickerRow>(row)) {
+    for (const PickerOption& option : picker->options) offer += (offer.empty() ? "offers " : ", ") + option.id;
+  }
+  return offer;
+}
+
+bool apply(const Change& change, SettingsView& view) {
+  if (change.isOn) return view.setToggle(change.field, *change.isOn);
+  if (change.field == "weekStartDay") return view.pick(change.field, std::to_string(*change.number));
+  return change.number ? view.setNumber(change.field, *change.number) : view.pick(change.field, change.value);
+}
+
+template <typename Work>
+Action withSettings(Session& session, Work work) {
+  return [&session, work]() -> Result<std::string> {
+    const auto screens = session.open();
+    if (!screens) return screens.error();
+    const BackupEnvironment environment = session.backupEnvironment();
+    BackupService backups(environment);
+    SettingsView view(*screens, environment, backups, session.console());
+    return work(*screens, view);
+  };
+}
+
+}  // namespace
+
+Result<Action> settingsCommand(const CommandLine& line, Session& session) {
+  if (!line.action) {
+    return withSettings(session, [&session](const ScreenEnvironment& screens, SettingsView& view) {
+      return printedSettings(screens, session, view);
+    });
+  }
+  if (*line.action != "set") return Error{"unknown word '" + *line.action + "' after 'settings'"};
+  const auto change = readChange(line);
+  if (!change) return change.error();
+  return withSettings(session, [&session, change = *change](const ScreenEnvironment& screens, SettingsView& view) {
+    if (!apply(change, view)) {
+      return Result<std::string>(Error{change.field + " " + offerOf(view.content(), change.field) + ", '" +
+                                       change.value + "' is not among them"});
+    }
+    return printedSettings(screens, session, view);
+  });
+}
+
+}  // namespace pillora
