@@ -38,6 +38,7 @@ class OpenStore {
 
   ScreenEnvironment environment() { return {container_->mainContext(), clock_, *calendar_, *texts_, notifications_}; }
   ModelContext& context() { return container_->mainContext(); }
+  MainExecutor& executor() { return executor_; }
   /// Ends the event-loop turn: the automatic save runs.
   void endTurn() { executor_.drain(); }
 
