@@ -103,6 +103,20 @@ bool apply(const Change& change, SettingsView& view) {
   return change.number ? view.setNumber(change.field, *change.number) : view.pick(change.field, change.value);
 }
 
+/// The changed control as its row reads: "Week Starts On: Monday", "Duration: 15 min".
+std::string changedText(const SettingsContent& content, const std::string& field, Session& session) {
+  const Texts& texts = session.texts();
+  const FormRow* row = rowOf(content, field);
+  const auto line = [&](const std::string& label, const std::string& value) {
+    return messageLine(texts.text("{setting}: {value}", {{"setting", label}, {"value", value}}), session);
+  };
+  if (const auto* toggle = std::get_if<ToggleRow>(row)) {
+    return line(toggle->label, toggle->isOn ? texts.text("Yes") : texts.text("No"));
+  }
+  if (const auto* picker = std::get_if<PickerRow>(row)) return line(picker->label, picker->valueText);
+  return messageLine(std::get<StepperRow>(*row).label, session);
+}
+
 template <typename Work>
 Action withSettings(Session& session, Work work) {
   return [&session, work]() -> Result<std::string> {
@@ -131,7 +145,9 @@ Result<Action> settingsCommand(const CommandLine& line, Session& session) {
       return Result<std::string>(Error{change.field + " " + offerOf(view.content(), change.field) + ", '" +
                                        change.value + "' is not among them"});
     }
-    return printedSettings(screens, session, view);
+    if (session.json()) return printedSettings(screens, session, view);
+    if (const auto saved = session.save(); !saved) return Result<std::string>(saved.error());
+    return Result<std::string>(changedText(view.content(), change.field, session));
   });
 }
 

@@ -150,6 +150,12 @@ About
   for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80u) << line;
 }
 
+TEST_F(SettingsCommands, setTellsTheNewValueInOneLine) {
+  EXPECT_EQ(run({"settings", "set", "weekStartDay", "2"}).out, "Week Starts On: Monday\n");
+  EXPECT_EQ(run({"settings", "set", "defaultSnoozeDurationMinutes", "15"}).out, "Duration: 15 min\n");
+  EXPECT_EQ(run({"settings", "set", "enableHaptics", "no"}).out, "Haptic Feedback: No\n");
+}
+
 TEST_F(SettingsCommands, aLockedAppShowsAndChangesNoSetting) {
   run({"settings", "set", "requireAuthentication", "yes"});
   EXPECT_EQ(run({"--store", store, "settings"}).status, kLocked);
