@@ -88,9 +88,10 @@ TEST_F(UnlockAction, polkitThatVanishesMidwayIsARefusal) {
 TEST_F(UnlockAction, aPromptThatIsCancelledOrTooLateIsTakenDown) {
   make({1s, 1s, 50ms});
   Outcome late;
-  const auto waiting = ask(kOwner, late);
+  auto waiting = ask(kOwner, late);
   EXPECT_EQ(resultOf(late), "there was no answer in time");
   EXPECT_EQ(polkit.calls.back(), "CancelCheckAuthorization:" + polkit.checks.back().cancellation);
+  waiting.reset();
   make({});
   Outcome cancelled;
   const auto context = askForOwner(cancelled);
