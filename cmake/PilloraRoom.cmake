@@ -38,6 +38,8 @@ function(pillora_test name)
   list(TRANSFORM TEST_ROOMS PREPEND pillora_)
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_link_libraries(${name} PRIVATE ${TEST_ROOMS} ${TEST_LIBRARIES} pillora_options GTest::gtest_main)
+  # Compiling the tests takes longer than running them, several times so under the sanitizers.
+  target_compile_options(${name} PRIVATE -O0)
   if(NOT TEST_TIMEOUT)
     set(TEST_TIMEOUT 120)
   endif()
