@@ -30,7 +30,7 @@ struct ContentShape {
   std::vector<std::string_view> names;
   std::string_view kind;  ///< tells apart the rows of a mixed list; empty outside one
 
-  /// The member that identifies a row in its list: `id`, else `medicineId`, else -1.
+  /// The member that identifies a row in its list: `id`, else `medicineId`, else `day`, else -1.
   int keyMember() const;
 };
 
@@ -89,6 +89,10 @@ ContentRow contentRow(const std::variant<Alternatives...>& value) {
   return std::visit([](const auto& alternative) { return contentRow(alternative); }, value);
 }
 
+/// A row that is a list itself, such as a week of days: its one member is `cells`.
+template <typename T>
+ContentRow contentRow(const std::vector<T>& values);
+
 template <typename T>
 ContentCell contentCell(const T& value) {
   if constexpr (Described<T>) {
@@ -118,6 +122,12 @@ ContentCell contentCell(const std::vector<T>& values) {
     for (const T& value : values) cell.rows.push_back(contentRow(value));
     return cell;
   }
+}
+
+template <typename T>
+ContentRow contentRow(const std::vector<T>& values) {
+  static const ContentShape shape{.names = {"cells"}, .kind = {}};
+  return {.shape = &shape, .cells = {contentCell(values)}};
 }
 
 template <Described T>

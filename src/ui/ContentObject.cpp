@@ -8,7 +8,7 @@
 
 namespace pillora {
 int ContentShape::keyMember() const {
-  for (std::string_view key : {"id", "medicineId"}) {
+  for (std::string_view key : {"id", "medicineId", "day"}) {
     const auto found = std::find(names.begin(), names.end(), key);
     if (found != names.end()) return static_cast<int>(found - names.begin());
   }

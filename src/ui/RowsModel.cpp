@@ -12,7 +12,11 @@ namespace {
 
 QString keyOf(const ContentRow& row, size_t place) {
   const int member = row.shape->keyMember();
-  const QString key = member < 0 ? QString::number(place) : row.cells[static_cast<size_t>(member)].scalar.toString();
+  const QVariant value =
+      member < 0 ? QVariant(static_cast<qint64>(place)) : row.cells[static_cast<size_t>(member)].scalar;
+  const QString key = value.metaType() == QMetaType::fromType<Instant>()
+                          ? QString::number(value.value<Instant>().microseconds())
+                          : value.toString();
   return row.shape->kind.empty() ? key : nameOf(row.shape->kind) + u':' + key;
 }
 

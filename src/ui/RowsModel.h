@@ -11,9 +11,9 @@ namespace pillora {
 
 class ContentObject;
 
-/// The rows of a list in a content value, for any view in QML. A row is known by its `id` (or `medicineId`, else by its
-/// place): an update inserts, moves, removes and changes exactly what differs, so that a delegate keeps what it knows,
-/// such as that its card is open, while the list around it changes.
+/// The rows of a list in a content value, for any view in QML. A row is known by its `id` (or `medicineId` or `day`,
+/// else by its place): an update inserts, moves, removes and changes exactly what differs, so that a delegate keeps
+/// what it knows, such as that its card is open, while the list around it changes.
 ///
 /// Roles: one per member, under its name; `row`, the whole row as a live ContentObject; `kind`, which tells the rows of
 /// a mixed list apart (there `row` and `kind` are the only roles). What lies inside a row is made when it is first

@@ -2,6 +2,7 @@
 #include "ui/SymbolImage.h"
 
 #include <QCache>
+#include <QFile>
 #include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
@@ -15,7 +16,9 @@ namespace {
 constexpr int kKeptBytes = 8 << 20;
 
 QImage paint(const QString& name, const QColor& color, int pixels) {
-  QSvgRenderer drawing(QStringLiteral(":/qt/qml/Pillora/symbols/") + name + QStringLiteral(".svg"));
+  const QString file = QStringLiteral(":/qt/qml/Pillora/symbols/") + name + QStringLiteral(".svg");
+  if (!QFile::exists(file)) return {};
+  QSvgRenderer drawing(file);
   if (!drawing.isValid()) return {};
   QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);

@@ -197,6 +197,33 @@ TEST(RowsModelKeys, aRowThatBecomesAnotherKindIsAnotherRow) {
   EXPECT_EQ(inserted.count(), 1);
 }
 
+struct Day {
+  Instant day;
+  static constexpr auto fields() { return std::tuple(field("day", &Day::day)); }
+};
+
+TEST(RowsModelKeys, aDayIsKnownByItsInstant) {
+  RowsModel model;
+  model.setRows(std::vector<Day>{{Instant::fromSeconds(0)}, {Instant::fromSeconds(86400)}});
+  QSignalSpy removed(&model, &RowsModel::rowsRemoved), changed(&model, &RowsModel::dataChanged);
+  model.setRows(std::vector<Day>{{Instant::fromSeconds(86400)}});
+  ASSERT_EQ(removed.count(), 1);
+  EXPECT_EQ(removed.first().at(1).toInt(), 0);
+  EXPECT_EQ(changed.count(), 0);
+}
+
+TEST(RowsModelKeys, rowsThatAreListsHaveCells) {
+  const std::vector<std::vector<Heading>> weeks = {{{"1"}, {"2"}}, {{"3"}}};
+  RowsModel model;
+  model.update(contentCell(weeks));
+  auto* const week = model.data(model.index(0), RowsModel::rowRole).value<ContentObject*>();
+  ASSERT_NE(week, nullptr);
+  auto* const days = week->value("cells").value<RowsModel*>();
+  ASSERT_NE(days, nullptr);
+  EXPECT_EQ(days->count(), 2);
+  EXPECT_EQ(days->data(days->index(1), RowsModel::firstMemberRole), "2");
+}
+
 std::vector<Card> randomCards() {
   const auto letters = *rc::gen::container<std::string>(rc::gen::inRange('a', 'm'));
   std::vector<Card> cards;

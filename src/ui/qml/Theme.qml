@@ -42,12 +42,12 @@ QtObject {
     // Surfaces, from the farthest to the nearest.
     readonly property color background: dark ? "#111316" : "#f4f3f0"
     readonly property color surface: dark ? "#1d2025" : "#ffffff"
-    readonly property color raised: dark ? "#272b31" : "#ffffff"
+    readonly property color raised: dark ? "#23272d" : "#ffffff"
     readonly property color field: dark ? "#2a2e35" : "#eae8e4"
     readonly property color segment: dark ? "#4a505a" : "#ffffff"
     readonly property color separator: dark ? "#31353c" : "#e6e3de"
     readonly property color outline: dark ? "#7b818b" : "#868a91"
-    readonly property color backdrop: dark ? "#a6000000" : "#66191b20"
+    readonly property color backdrop: dark ? "#8c000000" : "#66191b20"
     readonly property color hover: dark ? "#0fffffff" : "#0a191b20"
     readonly property color press: dark ? "#1fffffff" : "#17191b20"
 
@@ -60,7 +60,7 @@ QtObject {
     readonly property color focus: dark ? "#8ab4ff" : "#2f6fe0"
 
     readonly property real disabledOpacity: 0.42
-    readonly property real tintOpacity: dark ? 0.2 : 0.15
+    readonly property real tintOpacity: dark ? 0.16 : 0.15
 
     // Motion. Nothing moves for a person who asked for less of it.
     readonly property int quick: Appearance.reducedMotion ? 0 : 120
@@ -110,6 +110,6 @@ QtObject {
             return secondary
         if (name === "primary")
             return text
-        return table[name] ?? table.blue
+        return table.hasOwnProperty(name) ? table[name] : table.blue
     }
 }

@@ -31,14 +31,11 @@ Page {
             }
         }
     }
-    Flow {
-        width: parent.width
-        spacing: 8
-
-        Chip { text: "All"; symbol: "list.bullet"; tone: "blue"; isSelected: true }
-        Chip { text: "Taken"; symbol: "checkmark.circle.fill"; tone: "green"; isSelected: false }
-        Chip { text: "Missed"; symbol: "xmark.circle.fill"; tone: "red"; isSelected: false }
-        Chip { text: "Skipped"; symbol: "forward.circle.fill"; tone: "orange"; isSelected: false }
+    ChipRow {
+        chips: Sample.rows([{ id: "all", title: "All", symbol: "list.bullet", color: "blue", isSelected: true },
+            { id: "taken", title: "Taken", symbol: "checkmark.circle.fill", color: "green", isSelected: false },
+            { id: "missed", title: "Missed", symbol: "xmark.circle.fill", color: "red", isSelected: false },
+            { id: "skipped", title: "Skipped", symbol: "forward.circle.fill", color: "orange", isSelected: false }])
     }
     SearchField {
         width: parent.width

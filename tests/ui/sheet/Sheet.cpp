@@ -6,6 +6,7 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQmlListReference>
+#include <QStyleHints>
 #include <QTest>
 #include <QTextStream>
 #include <algorithm>
@@ -92,6 +93,8 @@ Sheet::Sheet(const QDir& folder) : folder_(folder) {
   view_.engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
   appearance_ = &Appearance::of(*view_.engine());
   appearance_->setProperty("reducedMotion", true);
+  // Presses that follow each other quickly are presses all the same.
+  QGuiApplication::styleHints()->setMouseDoubleClickInterval(0);
 }
 
 bool Sheet::drawAll() {
@@ -124,11 +127,11 @@ QQuickItem* Sheet::show(const QString& source, QSize size) {
 QImage Sheet::picture(QQuickItem* item, const QString& state) {
   const QPoint target = item->mapToScene({item->width() * 0.72, item->height() / 2}).toPoint();
   QTest::mouseMove(&view_, state == u"hovered" || state == u"pressed" ? target : QPoint(1, 1));
-  if (state == u"pressed") QTest::mousePress(&view_, Qt::LeftButton, {}, target);
   QQuickItem* const reached = focusable(item);
   if (reached) reached->setFocus(state == u"focused", Qt::TabFocusReason);
   if (state == u"focused" && reached) reached->forceActiveFocus(Qt::TabFocusReason);
   item->setEnabled(state != u"disabled");
+  if (state == u"pressed") QTest::mousePress(&view_, Qt::LeftButton, {}, target);
   settle();
   const QImage image = view_.grabWindow();
   if (state == u"pressed") {
@@ -157,6 +160,8 @@ bool Sheet::drawStates(const QString& file) {
     settle();
     auto* const item = stage->property("shown").value<QQuickItem*>();
     if (!item) return false;
+    view_.grabWindow();  // texts take their lines
+    settle();
     view_.resize(specimen->property("width").toInt() + 32, static_cast<int>(item->height()) + 32);
     settle();
     std::vector<QImage> pictures;

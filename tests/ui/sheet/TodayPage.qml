@@ -2,6 +2,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Pillora
+import Pillora.Samples
 
 Page {
     title: "Today"
@@ -43,13 +44,11 @@ Page {
                 Symbol { name: "chevron.down"; size: 18; color: Theme.placeholder; rotation: dose.expanded ? 180 : 0 }
             }
             Rectangle { Layout.fillWidth: true; visible: dose.expanded; implicitHeight: 1; color: Theme.separator }
-            RowLayout {
+            ActionRow {
+                Layout.fillWidth: true
                 visible: dose.expanded
-                spacing: 8
-
-                PButton { Layout.fillWidth: true; Layout.preferredWidth: 10; compact: true; leftPadding: 6; text: "Take"; symbol: "checkmark"; tone: "green" }
-                PButton { Layout.fillWidth: true; Layout.preferredWidth: 10; compact: true; leftPadding: 6; text: "Snooze"; symbol: "clock.arrow.circlepath"; tone: "blue" }
-                PButton { Layout.fillWidth: true; Layout.preferredWidth: 10; compact: true; leftPadding: 6; text: "Skip"; symbol: "forward.fill"; tone: "orange" }
+                actions: Sample.rows([{ id: "take", title: "Take", symbol: "checkmark" },
+                    { id: "snooze", title: "Snooze", symbol: "clock.arrow.circlepath" }, { id: "skip", title: "Skip", symbol: "forward.fill" }])
             }
         }
     }

@@ -23,11 +23,22 @@ T.Popup {
     width: Math.min(312, room - 48)
     x: (room - width) / 2
     y: parent ? (parent.height - height) / 2 : 0
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
     padding: 20
     bottomPadding: 16
     modal: true
     focus: true
     closePolicy: T.Popup.NoAutoClose
+
+    // The focus returns to where it was.
+    property Item before: null
+    property bool beforeShown: false
+
+    onAboutToShow: {
+        before = parent?.Window.window?.activeFocusItem ?? null
+        beforeShown = before?.visualFocus ?? false
+    }
+    onClosed: before?.forceActiveFocus(beforeShown ? Qt.TabFocusReason : Qt.PopupFocusReason)
 
     onShownChanged: shown ? open() : close()
     Component.onCompleted: if (shown)

@@ -13,9 +13,9 @@ Pressable {
     leftPadding: 13
     rightPadding: 15
     cornerRadius: 18
-    focusGap: -2
+    focusTarget: capsule
 
-    Accessible.role: Accessible.RadioButton
+    voice: Accessible.RadioButton
     Accessible.checkable: true
     Accessible.checked: isSelected
 
@@ -39,6 +39,8 @@ Pressable {
     }
     background: Item {
         Rectangle {
+            id: capsule
+
             y: 4
             width: parent.width
             height: parent.height - 8

@@ -8,15 +8,16 @@ Pressable {
     property bool isSelected: false
     property bool isToday: false
     property bool isFaint: false
+    property bool filled: true
     property real diameter: 36
 
     implicitWidth: diameter
     implicitHeight: diameter
     padding: 0
     cornerRadius: diameter / 2
-    focusGap: (diameter - Math.min(width, height)) / 2 + 1
+    focusTarget: disc
 
-    Accessible.role: Accessible.CheckBox
+    voice: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: isSelected
 
@@ -29,7 +30,7 @@ Pressable {
         rightPadding: 3
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
-        size: Math.min(Theme.subheadline, control.diameter * 0.5)
+        size: Math.min(Theme.subheadline, control.diameter * (text.length > 2 ? 0.36 : 0.46))
         font.weight: control.isSelected || control.isToday ? Font.DemiBold : Font.Medium
         color: control.isSelected ? Theme.onSolid : control.isToday ? Theme.accent
             : control.isFaint ? Theme.placeholder : Theme.text
@@ -37,11 +38,13 @@ Pressable {
     }
     background: Item {
         Rectangle {
+            id: disc
+
             anchors.centerIn: parent
             width: control.diameter
             height: width
             radius: width / 2
-            color: control.isSelected ? Theme.solid("blue") : control.isFaint ? "transparent" : Theme.field
+            color: control.isSelected ? Theme.solid("blue") : control.filled ? Theme.field : "transparent"
             border.width: control.isToday && !control.isSelected ? 1.5 : 0
             border.color: Theme.accent
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-// Shows where the keyboard is. Fills its parent, a little larger than it.
+// Shows where the keyboard is: a line around its parent, `gap` away from it, or inside where that is negative.
 Rectangle {
     property bool shown: false
     property real gap: 2
+    property real cornerRadius: Theme.radius
 
     anchors.fill: parent
     anchors.margins: -gap - border.width
@@ -12,6 +13,6 @@ Rectangle {
     color: "transparent"
     border.width: 2
     border.color: Theme.focus
-    radius: Theme.radius + gap
+    radius: Math.min(height / 2, cornerRadius + gap + border.width)
     z: 10
 }

@@ -39,7 +39,9 @@ Item {
             Accessible.ignored: true
         }
         Grid {
-            anchors.horizontalCenter: parent.horizontalCenter
+            readonly property real start: parent.width < 420 ? (parent.width - width) / 2 : Theme.padding - control.row.spacing / 2
+
+            x: Theme.mirrored ? parent.width - width - start : start
             columns: control.row.columns
             LayoutMirroring.enabled: Theme.mirrored
 

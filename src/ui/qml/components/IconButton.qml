@@ -14,7 +14,7 @@ Pressable {
     implicitWidth: Math.max(Theme.touch, diameter)
     implicitHeight: Math.max(Theme.touch, diameter)
     cornerRadius: diameter / 2
-    focusGap: (diameter - width) / 2 + 2
+    focusTarget: disc
 
     contentItem: Item {
         Symbol {

@@ -13,9 +13,9 @@ Pressable {
     implicitWidth: side
     implicitHeight: side
     cornerRadius: Theme.radius
-    focusGap: (side - Math.min(width, height)) / 2 + 2
+    focusTarget: cell
 
-    Accessible.role: Accessible.RadioButton
+    voice: Accessible.RadioButton
     Accessible.checkable: true
     Accessible.checked: isSelected
 
@@ -29,6 +29,8 @@ Pressable {
     }
     background: Item {
         Rectangle {
+            id: cell
+
             anchors.centerIn: parent
             width: control.side
             height: width

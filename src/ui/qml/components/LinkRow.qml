@@ -11,7 +11,7 @@ ListRow {
     width: parent ? parent.width : implicitWidth
     interactive: true
     stackable: true
-    Accessible.role: Accessible.Link
+    voice: Accessible.Link
 
     Item {
         implicitWidth: valueText.implicitWidth + arrow.width + 6

@@ -22,10 +22,11 @@ Pressable {
     implicitHeight: Math.max(Theme.rowHeight, implicitContentHeight + topPadding + bottomPadding)
     leftPadding: Theme.padding
     rightPadding: Theme.padding
-    topPadding: 6
-    bottomPadding: 6
+    topPadding: 8
+    bottomPadding: 8
     cornerRadius: Theme.radius
-    focusGap: -6
+    focusGap: -2
+    focusTarget: veil
     hoverEnabled: interactive
     focusPolicy: interactive ? Qt.StrongFocus : Qt.NoFocus
     Accessible.ignored: !interactive
@@ -44,7 +45,7 @@ Pressable {
         GridLayout {
             Layout.fillWidth: true
             columns: control.stacked ? 1 : 2
-            columnSpacing: 12
+            columnSpacing: 8
             rowSpacing: 2
 
             ColumnLayout {
@@ -83,17 +84,18 @@ Pressable {
     background: Item {
         Rectangle {
             visible: control.separated
-            x: Theme.mirrored ? Theme.padding - 4 : Theme.padding
+            x: Theme.padding
             width: parent.width - 2 * Theme.padding
             height: Theme.hairline
             color: Theme.separator
         }
         PressTint {
+            id: veil
+
             anchors.fill: parent
             anchors.margins: 4
             radius: Theme.radius
             over: control
-            visible: control.interactive
         }
     }
 }

@@ -27,6 +27,16 @@ T.Popup {
     focus: true
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
 
+    // The focus returns to where it was.
+    property Item before: null
+    property bool beforeShown: false
+
+    onAboutToShow: {
+        before = parent?.Window.window?.activeFocusItem ?? null
+        beforeShown = before?.visualFocus ?? false
+    }
+    onClosed: before?.forceActiveFocus(beforeShown ? Qt.TabFocusReason : Qt.PopupFocusReason)
+
     onOpened: {
         list.currentIndex = Math.max(0, list.indexOfSelected())
         list.positionViewAtIndex(list.currentIndex, ListView.Contain)
@@ -79,9 +89,9 @@ T.Popup {
             return -1
         }
 
-        Keys.onReturnPressed: (currentItem as T.AbstractButton)?.click()
-        Keys.onEnterPressed: (currentItem as T.AbstractButton)?.click()
-        Keys.onSpacePressed: (currentItem as T.AbstractButton)?.click()
+        Keys.onReturnPressed: (currentItem as T.AbstractButton)?.clicked()
+        Keys.onEnterPressed: (currentItem as T.AbstractButton)?.clicked()
+        Keys.onSpacePressed: (currentItem as T.AbstractButton)?.clicked()
 
         delegate: T.AbstractButton {
             id: item
@@ -105,7 +115,7 @@ T.Popup {
             Accessible.name: text
             Accessible.checkable: popup.selected !== null
             Accessible.checked: isSelected
-            Accessible.onPressAction: item.click()
+            Accessible.onPressAction: item.clicked()
 
             contentItem: RowLayout {
                 spacing: 10

@@ -12,7 +12,7 @@ FocusScope {
     signal wentBack
     signal wentForward
 
-    readonly property real pitch: Math.min(44, width / 7)
+    readonly property real pitch: Math.min(48, width / 7)
 
     implicitWidth: 308
     implicitHeight: column.height
@@ -32,7 +32,8 @@ FocusScope {
     Column {
         id: column
 
-        width: parent.width
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(parent.width, 7 * 48)
         spacing: 4
 
         Item {
@@ -51,7 +52,7 @@ FocusScope {
                 Accessible.role: Accessible.Heading
             }
             Row {
-                x: Theme.mirrored ? 0 : parent.width - width
+                x: Theme.mirrored ? -4 : parent.width - width + 4
                 anchors.verticalCenter: parent.verticalCenter
                 LayoutMirroring.enabled: Theme.mirrored
                 spacing: 4
@@ -122,6 +123,7 @@ FocusScope {
                         isSelected: row.isSelected
                         isToday: row.isToday
                         isFaint: !row.isInMonth
+                        filled: false
                         enabled: row.text !== ""
                         onClicked: view.picked(row.id)
                         Keys.onLeftPressed: view.walk(day, Theme.mirrored ? 1 : -1)

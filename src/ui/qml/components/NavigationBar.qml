@@ -50,7 +50,7 @@ Item {
     Label {
         id: heading
 
-        readonly property real start: bar.large && leading.width === 0 ? Theme.padding + 4 : bar.sides
+        readonly property real start: bar.large && leading.width === 0 ? Theme.padding : bar.sides
         readonly property real end: bar.large ? trailing.width + 12 : bar.sides
 
         x: Theme.mirrored ? end : start

@@ -28,7 +28,7 @@ Pressable {
 
             anchors.centerIn: parent
             width: Math.min(implicitWidth, parent.width)
-            spacing: 7
+            spacing: control.compact ? 5 : 7
 
             Symbol {
                 visible: control.symbol !== ""

@@ -14,7 +14,7 @@ ListRow {
     stackable: true
     onClicked: menu.open()
 
-    Accessible.role: Accessible.ComboBox
+    voice: Accessible.ComboBox
     Accessible.name: row.label + ", " + row.valueText
 
     Item {

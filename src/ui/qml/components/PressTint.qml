@@ -6,7 +6,7 @@ import QtQuick.Templates as T
 Rectangle {
     required property T.AbstractButton over
 
-    color: over.down ? Theme.press : over.hovered && over.enabled ? Theme.hover : "transparent"
+    color: !over.hoverEnabled ? "transparent" : over.down ? Theme.press : over.hovered && over.enabled ? Theme.hover : "transparent"
 
     Behavior on color {
         ColorAnimation { duration: Theme.quick }

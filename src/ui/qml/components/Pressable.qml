@@ -8,6 +8,14 @@ T.AbstractButton {
 
     property real cornerRadius: Theme.radius
     property real focusGap: 2
+    property Item focusTarget: control
+    property int voice: Accessible.Button
+
+    // As if it had been pressed.
+    function activate() {
+        if (enabled)
+            clicked()
+    }
 
     implicitWidth: Math.max(Theme.touch, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: Math.max(Theme.touch, implicitContentHeight + topPadding + bottomPadding)
@@ -15,16 +23,17 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : Theme.disabledOpacity
 
-    Keys.onReturnPressed: control.click()
-    Keys.onEnterPressed: control.click()
+    Keys.onReturnPressed: control.activate()
+    Keys.onEnterPressed: control.activate()
 
-    Accessible.role: Accessible.Button
+    Accessible.role: voice
     Accessible.name: control.text
-    Accessible.onPressAction: control.click()
+    Accessible.onPressAction: control.activate()
 
     FocusRing {
+        parent: control.focusTarget
         shown: control.visualFocus
         gap: control.focusGap
-        radius: control.cornerRadius + gap
+        cornerRadius: control.cornerRadius
     }
 }

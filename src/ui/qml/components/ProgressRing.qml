@@ -32,6 +32,7 @@ Item {
     }
     Row {
         anchors.centerIn: parent
+        LayoutMirroring.enabled: false
 
         Label {
             id: number

@@ -12,7 +12,8 @@ T.Control {
 
     implicitWidth: 328
     implicitHeight: Math.max(Theme.touch, 6 + 16 + Theme.subheadline * 1.25)
-    padding: 3
+    leftPadding: 3
+    rightPadding: 3
     opacity: enabled ? 1 : Theme.disabledOpacity
 
     Accessible.role: Accessible.PageTabList
@@ -23,7 +24,7 @@ T.Control {
         if (!next)
             return
         next.forceActiveFocus(Qt.TabFocusReason)
-        next.click()
+        next.activate()
     }
 
     background: Rectangle {
@@ -50,14 +51,15 @@ T.Control {
                 height: control.availableHeight
                 text: row.title
                 cornerRadius: Theme.radius - 3
-                focusGap: 0
+                focusGap: -2
+                focusTarget: face
                 padding: 2
 
                 onClicked: control.picked(row.id)
                 Keys.onLeftPressed: control.move(index, Theme.mirrored ? 1 : -1)
                 Keys.onRightPressed: control.move(index, Theme.mirrored ? -1 : 1)
 
-                Accessible.role: Accessible.PageTab
+                voice: Accessible.PageTab
                 Accessible.selected: isSelected
 
                 contentItem: Label {
@@ -72,15 +74,22 @@ T.Control {
                     color: segment.isSelected ? Theme.text : Theme.secondary
                     Accessible.ignored: true
                 }
-                background: Rectangle {
-                    radius: segment.cornerRadius
-                    color: segment.isSelected ? Theme.segment : "transparent"
+                background: Item {
+                    Rectangle {
+                        id: face
 
-                    PressTint {
-                        anchors.fill: parent
-                        radius: parent.radius
-                        over: segment
-                        visible: !segment.isSelected
+                        y: 3
+                        width: parent.width
+                        height: parent.height - 6
+                        radius: segment.cornerRadius
+                        color: segment.isSelected ? Theme.segment : "transparent"
+
+                        PressTint {
+                            anchors.fill: parent
+                            radius: parent.radius
+                            over: segment
+                            visible: !segment.isSelected
+                        }
                     }
                 }
             }

@@ -6,24 +6,22 @@ Item {
     id: shadow
 
     property real radius: Theme.radiusCard
-    readonly property int steps: 7
-
     anchors.fill: parent
 
     Repeater {
-        model: shadow.steps
+        model: 10
 
         Rectangle {
             required property int index
-            readonly property real spread: index * 2.2
+            readonly property real spread: 1 + index * 1.8
 
-            anchors.fill: parent
-            anchors.margins: -spread
-            anchors.topMargin: -spread + 3
-            anchors.bottomMargin: -spread - 4
+            x: -spread
+            y: 5 - spread
+            width: shadow.width + 2 * spread
+            height: shadow.height + 2 * spread
             radius: shadow.radius + spread
             color: "#000000"
-            opacity: Theme.dark ? 0.06 : 0.014
+            opacity: Theme.dark ? 0.05 : 0.011
         }
     }
 }

@@ -11,6 +11,7 @@ T.Popup {
     required property bool shown
     property string title: ""
     property var toolbar: null
+    property real wanted: 0  // the height of what is inside, where that is less than a page
     default property alias content: body.data
     signal dismissed
     signal triggered(string id)
@@ -21,13 +22,23 @@ T.Popup {
 
     parent: T.Overlay.overlay
     width: floating ? Math.min(540, roomWide - 96) : roomWide
-    height: floating ? Math.min(720, roomHigh - 64) : roomHigh - 28
+    height: Math.min(floating ? Math.min(720, roomHigh - 64) : roomHigh - 28, wanted > 0 ? wanted + bar.height : 720 + roomHigh)
     x: (roomWide - width) / 2
     y: floating ? (roomHigh - height) / 2 : roomHigh - height
     modal: true
     focus: true
     padding: 0
     closePolicy: T.Popup.NoAutoClose
+
+    // The focus returns to where it was.
+    property Item before: null
+    property bool beforeShown: false
+
+    onAboutToShow: {
+        before = parent?.Window.window?.activeFocusItem ?? null
+        beforeShown = before?.visualFocus ?? false
+    }
+    onClosed: before?.forceActiveFocus(beforeShown ? Qt.TabFocusReason : Qt.PopupFocusReason)
 
     onShownChanged: shown ? open() : close()
     Component.onCompleted: if (shown)

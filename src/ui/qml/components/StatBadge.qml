@@ -13,7 +13,7 @@ Rectangle {
     implicitWidth: Math.max(96, column.implicitWidth + 16)
     implicitHeight: column.implicitHeight + 20
     radius: Theme.radius
-    color: Theme.tint(tone)
+    color: Qt.tint(Theme.surface, Theme.tint(tone))
 
     Accessible.role: Accessible.StaticText
     Accessible.name: value + " " + label

@@ -13,7 +13,7 @@ T.Control {
     signal decremented
     signal incremented
 
-    implicitWidth: 104
+    implicitWidth: 89
     implicitHeight: Theme.touch
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : Theme.disabledOpacity
@@ -26,8 +26,8 @@ T.Control {
     Keys.onUpPressed: step(true)
     Keys.onDownPressed: step(false)
     Keys.onPressed: event => {
-        const up = event.key === Qt.Key_Plus || event.key === (mirrored ? Qt.Key_Left : Qt.Key_Right)
-        const down = event.key === Qt.Key_Minus || event.key === (mirrored ? Qt.Key_Right : Qt.Key_Left)
+        const up = event.key === Qt.Key_Plus || event.key === (Theme.mirrored ? Qt.Key_Left : Qt.Key_Right)
+        const down = event.key === Qt.Key_Minus || event.key === (Theme.mirrored ? Qt.Key_Right : Qt.Key_Left)
         if (up || down)
             step(up)
         event.accepted = up || down
@@ -47,7 +47,7 @@ T.Control {
 
         FocusRing {
             shown: control.visualFocus
-            radius: parent.radius + gap
+            cornerRadius: parent.radius
         }
     }
 
@@ -56,6 +56,7 @@ T.Control {
 
         StepperHalf {
             symbol: "minus"
+            dimmed: control.enabled && !enabled
             enabled: control.canDecrement
             onClicked: control.step(false)
         }
@@ -73,6 +74,7 @@ T.Control {
         }
         StepperHalf {
             symbol: "plus"
+            dimmed: control.enabled && !enabled
             enabled: control.canIncrement
             onClicked: control.step(true)
         }

@@ -7,15 +7,16 @@ T.AbstractButton {
     id: half
 
     required property string symbol
+    required property bool dimmed
 
-    width: 51.5
+    width: 44
     height: Theme.touch
     hoverEnabled: true
     focusPolicy: Qt.NoFocus
     autoRepeat: true
     autoRepeatDelay: 500
     autoRepeatInterval: 120
-    opacity: enabled ? 1 : 0.35
+    opacity: dimmed ? 0.35 : 1
     Accessible.ignored: true
 
     contentItem: Item {

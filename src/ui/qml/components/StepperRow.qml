@@ -13,6 +13,7 @@ ListRow {
     text: row.label
 
     Stepper {
+        opacity: 1
         name: control.row.label
         value: control.row.value
         canDecrement: control.row.canDecrement

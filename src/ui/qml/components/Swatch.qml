@@ -12,9 +12,9 @@ Pressable {
     implicitWidth: diameter
     implicitHeight: diameter
     cornerRadius: diameter / 2
-    focusGap: (diameter - Math.min(width, height)) / 2 + 2
+    focusTarget: disc
 
-    Accessible.role: Accessible.RadioButton
+    voice: Accessible.RadioButton
     Accessible.checkable: true
     Accessible.checked: isSelected
 
@@ -39,6 +39,8 @@ Pressable {
     }
     background: Item {
         Rectangle {
+            id: disc
+
             anchors.centerIn: parent
             width: control.diameter
             height: width

@@ -9,7 +9,6 @@ FocusScope {
     required property string removeTitle
     property string removeSymbol: "trash"
     default property alias content: cover.data
-    property color surface: Theme.surface
     readonly property real reach: 92
     readonly property int side: Theme.mirrored ? 1 : -1
     property bool open: false
@@ -30,11 +29,10 @@ FocusScope {
         id: remover
 
         x: Theme.mirrored ? 0 : parent.width - width
-        width: swipe.reach
+        width: Math.abs(cover.x)
         height: parent.height
         visible: cover.x !== 0
         text: swipe.removeTitle
-        focusPolicy: swipe.open ? Qt.StrongFocus : Qt.NoFocus
         focusGap: -6
         onClicked: {
             swipe.open = false
@@ -42,9 +40,11 @@ FocusScope {
         }
 
         contentItem: Item {
+            clip: true
+
             Column {
                 anchors.centerIn: parent
-                width: parent.width
+                width: swipe.reach - 16
                 spacing: 2
 
                 Symbol {
@@ -67,22 +67,27 @@ FocusScope {
                 }
             }
         }
-        background: Rectangle {
-            color: Theme.solid("red")
-
-            PressTint {
+        background: Item {
+            Rectangle {
                 anchors.fill: parent
-                over: remover
+                anchors.margins: 4
+                radius: Theme.radius
+                color: Theme.solid("red")
+
+                PressTint {
+                    anchors.fill: parent
+                    radius: parent.radius
+                    over: remover
+                }
             }
         }
     }
-    Rectangle {
+    Item {
         id: cover
 
         width: parent.width
         height: parent.height
         x: swipe.open ? swipe.side * swipe.reach : 0
-        color: swipe.surface
 
         Behavior on x {
             enabled: !drag.active

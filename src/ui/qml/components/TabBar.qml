@@ -11,7 +11,7 @@ Rectangle {
     signal picked(int tag)
 
     implicitWidth: 360
-    implicitHeight: Math.max(60, 46 + Theme.caption2)
+    implicitHeight: 62
     color: Theme.surface
 
     Accessible.role: Accessible.PageTabList

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
-import QtQuick.Layouts
 
 // One tab of the bar or of the rail.
 Pressable {
@@ -14,44 +13,50 @@ Pressable {
     text: row.title
     padding: 0
     cornerRadius: Theme.radius
-    focusGap: -3
+    focusGap: -4
 
-    Accessible.role: Accessible.PageTab
+    voice: Accessible.PageTab
     Accessible.selected: isSelected
 
-    contentItem: GridLayout {
-        columns: control.wide ? 2 : 1
-        rowSpacing: 2
-        columnSpacing: 12
-        LayoutMirroring.enabled: Theme.mirrored
+    contentItem: Item {
+        Grid {
+            columns: control.wide ? 2 : 1
+            anchors.centerIn: control.wide ? undefined : parent
+            anchors.verticalCenter: control.wide ? parent.verticalCenter : undefined
+            width: parent.width
+            spacing: control.wide ? 12 : 3
+            leftPadding: control.wide ? 12 : 0
+            rightPadding: leftPadding
+            horizontalItemAlignment: Grid.AlignHCenter
+            verticalItemAlignment: Grid.AlignVCenter
+            LayoutMirroring.enabled: Theme.mirrored
 
-        Rectangle {
-            Layout.alignment: Qt.AlignHCenter
-            Layout.leftMargin: control.wide ? 12 : 0
-            implicitWidth: control.wide ? 26 : 52
-            implicitHeight: control.wide ? 26 : 28
-            radius: 14
-            color: control.isSelected && !control.wide ? Theme.tint("blue") : "transparent"
+            Rectangle {
+                width: control.wide ? 26 : 52
+                height: control.wide ? 26 : 28
+                radius: 14
+                color: control.isSelected && !control.wide ? Theme.tint("blue") : "transparent"
 
-            Symbol {
-                anchors.centerIn: parent
-                name: control.row.symbol
-                size: control.wide ? 24 : 23
-                color: control.shade
+                Symbol {
+                    anchors.centerIn: parent
+                    name: control.row.symbol
+                    size: control.wide ? 24 : 23
+                    color: control.shade
+                }
             }
-        }
-        Label {
-            Layout.fillWidth: true
-            text: control.text
-            wrapMode: Text.NoWrap
-            fontSizeMode: control.wide ? Text.FixedSize : Text.HorizontalFit
-            minimumPixelSize: 8
-            elide: control.wide ? Text.ElideRight : Text.ElideNone
-            horizontalAlignment: control.wide ? Text.AlignLeft : Text.AlignHCenter
-            color: control.wide && !control.isSelected ? Theme.text : control.shade
-            size: control.wide ? Theme.subheadline : Theme.caption2
-            font.weight: control.isSelected ? Font.DemiBold : Font.Medium
-            Accessible.ignored: true
+            Label {
+                width: parent.width - (control.wide ? 62 : 0)
+                text: control.text
+                wrapMode: Text.NoWrap
+                fontSizeMode: control.wide ? Text.FixedSize : Text.HorizontalFit
+                minimumPixelSize: 8
+                elide: Text.ElideRight
+                horizontalAlignment: control.wide ? Text.AlignLeft : Text.AlignHCenter
+                color: control.wide && !control.isSelected ? Theme.text : control.shade
+                size: control.wide ? Theme.subheadline : Math.min(Theme.caption2, 13)
+                font.weight: control.isSelected ? Font.DemiBold : Font.Medium
+                Accessible.ignored: true
+            }
         }
     }
     background: Rectangle {

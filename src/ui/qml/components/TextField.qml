@@ -30,7 +30,7 @@ T.TextField {
     selectionColor: Theme.solid("blue")
     selectedTextColor: Theme.onSolid
     verticalAlignment: TextInput.AlignVCenter
-    horizontalAlignment: Theme.mirrored ? TextInput.AlignRight : TextInput.AlignLeft
+    horizontalAlignment: TextInput.AlignLeft
     selectByMouse: true
     opacity: enabled ? 1 : Theme.disabledOpacity
 
@@ -50,7 +50,6 @@ T.TextField {
         elide: Text.ElideRight
         wrapMode: Text.NoWrap
         verticalAlignment: Text.AlignVCenter
-        horizontalAlignment: Theme.mirrored ? Text.AlignRight : Text.AlignLeft
         color: control.placeholderTextColor
         font: control.font
         Accessible.ignored: true
@@ -70,8 +69,7 @@ T.TextField {
 
         FocusRing {
             shown: control.activeFocus
-            gap: control.framed ? 0 : -5
-            radius: Theme.radius
+            gap: control.framed ? 0 : -6
         }
     }
 

@@ -23,7 +23,6 @@ Row {
         width: 108
         cells: picker.hours
         name: picker.hoursName
-        focus: true
         onPicked: value => picker.hourPicked(value)
         Keys.onRightPressed: minuteWheel.forceActiveFocus(Qt.TabFocusReason)
     }

@@ -11,14 +11,14 @@ Pressable {
     implicitWidth: 52
     implicitHeight: Theme.touch
     cornerRadius: 16
-    focusGap: -4
+    focusTarget: track
 
     onClicked: toggled(!isOn)
 
-    Accessible.role: Accessible.CheckBox
+    voice: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: isOn
-    Accessible.onToggleAction: control.click()
+    Accessible.onToggleAction: control.activate()
 
     contentItem: Item {}
     background: Item {

@@ -13,14 +13,15 @@ ListRow {
     interactive: true
     onClicked: edited(!row.isOn)
 
-    Accessible.role: Accessible.CheckBox
+    voice: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: row.isOn
-    Accessible.onToggleAction: control.click()
+    Accessible.onToggleAction: control.activate()
 
     Toggle {
         isOn: control.row.isOn
         focusPolicy: Qt.NoFocus
+        opacity: 1
         Accessible.ignored: true
         onToggled: isOn => control.edited(isOn)
     }

@@ -11,7 +11,7 @@ ListRow {
     width: parent ? parent.width : implicitWidth
     text: row.label ?? ""
     stackable: true
-    Accessible.role: Accessible.StaticText
+    voice: Accessible.StaticText
     Accessible.name: [row.label, row.text, row.detail].filter(part => part).join(", ")
     Accessible.ignored: false
 

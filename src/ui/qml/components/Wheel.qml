@@ -17,7 +17,7 @@ FocusScope {
     activeFocusOnTab: true
 
     Accessible.role: Accessible.SpinBox
-    Accessible.name: name + ", " + ((list.currentItem as Choice)?.text ?? "")
+    Accessible.name: name + ", " + (list.currentItem?.text ?? "")
     Accessible.focusable: true
     Accessible.onIncreaseAction: step(1)
     Accessible.onDecreaseAction: step(-1)
@@ -26,7 +26,7 @@ FocusScope {
         choose((list.currentIndex + by + list.count) % list.count)
     }
     function choose(index: int) {
-        const choice = list.itemAtIndex(index) as Choice
+        const choice = list.itemAtIndex(index)
         list.currentIndex = index
         picked(choice ? choice.row.value : index)
     }
@@ -52,7 +52,7 @@ FocusScope {
         onIsSelectedChanged: if (isSelected)
             ListView.view.currentIndex = index
         Component.onCompleted: if (isSelected)
-            ListView.view.settle(index)
+            Qt.callLater(ListView.view.settle, index)
 
         TapHandler {
             onTapped: wheel.choose(parent.index)
@@ -95,7 +95,7 @@ FocusScope {
         boundsBehavior: Flickable.StopAtBounds
 
         onMovementEnded: {
-            const choice = currentItem as Choice
+            const choice = currentItem
             if (choice && !choice.isSelected)
                 wheel.picked(choice.row.value)
         }
