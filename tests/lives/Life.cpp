@@ -70,7 +70,7 @@ std::span<const Life::Choice> Life::choices() {
       Choice{"travels", 1, &Life::travel},
       Choice{"leaves", 18, &Life::leave},
       Choice{"is killed", 1, &Life::killBetweenTurns},
-      Choice{"is killed within a turn", 3, &Life::killWithinTurn},
+      Choice{"is killed within a turn", 2, &Life::killWithinTurn},
   };
   return kChoices;
 }
@@ -142,7 +142,7 @@ void Life::passTime() {
   const auto next = process_ ? process_->center->nextDeadline() : std::nullopt;
   if (next && *next > now() && oneIn(12)) return passTo(*next);
   const int64_t seconds = isInFront_ ? 1 + static_cast<int64_t>(below(below(600) + 1))
-                                     : 600 + static_cast<int64_t>(below(below(900'000) + 1));
+                                     : 600 + static_cast<int64_t>(below(below(1'100'000) + 1));
   // Mostly whole seconds, as in files; now and then what a clock really says.
   const Instant whole = now() - now().sinceEpoch() % std::chrono::seconds(1);
   const auto fraction = std::chrono::milliseconds(oneIn(3) ? below(1000) : 0);
