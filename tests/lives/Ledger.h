@@ -108,6 +108,8 @@ class Ledger {
   void submitCheck(Instant now);
   /// The zone has changed.
   void travel();
+  /// The names of what is pending in the order in which it was planned.
+  std::vector<std::string> plannedInOrder() const;
   std::optional<Instant> nextDeadline() const;
   /// Lets pass what is due; answers the identifiers that must be shown, and runs the background check if it is due.
   std::vector<std::string> advance(Instant now);

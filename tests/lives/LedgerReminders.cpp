@@ -103,6 +103,14 @@ void Ledger::travel() {
   }
 }
 
+std::vector<std::string> Ledger::plannedInOrder() const {
+  std::map<int64_t, std::string> bySerial;
+  for (const auto& [identifier, request] : reminders.pending) bySerial.emplace(request.serial, identifier);
+  std::vector<std::string> names;
+  for (const auto& [serial, identifier] : bySerial) names.push_back(identifier);
+  return names;
+}
+
 std::optional<Instant> Ledger::nextDeadline() const {
   std::optional<Instant> next = reminders.nextCheck;
   for (const auto& [identifier, request] : reminders.pending) {

@@ -186,7 +186,8 @@ void Life::deleteBySwipe() {
   if (sections.empty()) return;
   const MedicineSection& section = oneOf(sections);
   std::vector<UUID> rows = {oneOf(section.rows).id};
-  if (oneIn(3)) rows.push_back(oneOf(section.rows).id);
+  // Not in a turn that is cut short: the cancel of the second row carries out that of the first.
+  if (!isDying_ && oneIn(3)) rows.push_back(oneOf(section.rows).id);
   note("swipes away " + std::to_string(rows.size()) + " of " + section.title + " with “" + process_->list.searchText +
        "” searched");
   process_->list.deleteRows(section.id, rows);

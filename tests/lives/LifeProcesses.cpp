@@ -142,6 +142,7 @@ void Life::restartAfterKill(const Ledger& before) {
   world_.killNow();
   process_.reset();
   world_.device.prompts.clear();
+  const auto planned = world_.remindersLeft();
   process_ = std::make_unique<Process>(world_);
   isUnlocked_ = requiresAuth_ = isInFront_ = false;
   if (!leftBehind(ledger_, &Inspection::records)) {
@@ -149,13 +150,17 @@ void Life::restartAfterKill(const Ledger& before) {
     ledger_.records = before.records;
     inspect([](Inspection& look) { look.records(); });
   }
-  if (!leftBehind(ledger_, &Inspection::reminderNames)) {
+  for (const Reminders* each : std::array<const Reminders*, 2>{&ledger_.reminders, &before.reminders}) {
+    for (const auto& [identifier, request] : each->pending) {
+      if (ledger_.medicine(*UUID::parse(request.medicine)) == nullptr) ledger_.orphans.insert(request.medicine);
+    }
+  }
+  // The same names may have been planned anew, with other words or in another order.
+  if (ledger_.plannedInOrder() != planned || !leftBehind(ledger_, &Inspection::reminders)) {
     ++done_["turns lost in the reminders"];
     ledger_.reminders = before.reminders;
-    inspect([](Inspection& look) { look.reminderNames(); });
-  }
-  for (const auto& [identifier, request] : ledger_.reminders.pending) {
-    if (ledger_.medicine(*UUID::parse(request.medicine)) == nullptr) ledger_.orphans.insert(request.medicine);
+    expect(ledger_.plannedInOrder() == planned, "half a turn is left in the reminders");
+    inspect([](Inspection& look) { look.reminders(); });
   }
   if (fault_.empty()) appear();
 }

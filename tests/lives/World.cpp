@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "lives/World.h"
 
+#include <SQLiteCpp/SQLiteCpp.h>
 #include <filesystem>
 #include <unistd.h>
 
@@ -49,6 +50,14 @@ void World::killNow() {
   for (const char* name : {"/Pillora.store", "/Pillora.store-wal", "/reminders.db", "/reminders.db-wal"}) {
     if (fs::exists(left + name)) fs::copy_file(left + name, processFolder() + name);
   }
+}
+
+std::vector<std::string> World::remindersLeft() const {
+  std::vector<std::string> names;
+  SQLite::Database database(remindersPath(), SQLite::OPEN_READWRITE);
+  SQLite::Statement query(database, "SELECT identifier FROM requests ORDER BY serial");
+  while (query.executeStep()) names.push_back(query.getColumn(0).getString());
+  return names;
 }
 
 Process::Process(World& in)

@@ -114,6 +114,8 @@ class World {
   /// From now on the store and the reminder file are copies of what lies on the disk at this moment: what a process
   /// that is killed now leaves behind. The process itself is to be destroyed next; it no longer writes to them.
   void killNow();
+  /// The names in the reminder file, in the order in which they were planned. No process must have it open.
+  std::vector<std::string> remindersLeft() const;
 
   FakeClock clock;
   TravellingCalendar calendar, gregorian;
