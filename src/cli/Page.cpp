@@ -88,6 +88,15 @@ void Page::paragraph(const Cell& cell, size_t indent) {
   }
 }
 
+void Page::item(const Cell& cell, size_t indent) {
+  constexpr std::string_view kDash = "- ";
+  std::string_view before = kDash;
+  for (const std::string& text : wrapped(harmless(cell.text), terminal_.columns - indent - kDash.size())) {
+    line({std::string(before) + text, cell.color, cell.weight}, indent);
+    before = "  ";
+  }
+}
+
 void Page::flow(const std::vector<Cell>& cells) {
   size_t used = 0;
   for (Cell cell : cells) {

@@ -41,6 +41,8 @@ class Page {
   void line(const Cell& cell, size_t indent = 0);
   /// The text over as many lines as it needs.
   void paragraph(const Cell& cell, size_t indent = 0);
+  /// A paragraph of a list, behind a dash.
+  void item(const Cell& cell, size_t indent = 0);
   /// The cells side by side, beginning a new line where the next one would not fit.
   void flow(const std::vector<Cell>& cells);
   /// Rows indented by two, their columns two blanks apart.

@@ -114,13 +114,12 @@ void addAdherence(Page& page, const HistoryContent& content) {
   page.flow(stats);
 }
 
-/// Below each log that can still be changed stands the command for it.
-void addHistoryRows(Page& page, const std::vector<HistoryLogRow>& logs, const Texts& texts) {
+/// Below each log that can still be changed stands the command for it, ready to be copied.
+void addHistoryRows(Page& page, const std::vector<HistoryLogRow>& logs) {
   std::vector<TableRow> rows;
   for (const auto& log : logs) {
     std::string note;
     if (log.canTake) note = "pilloractl mark " + log.id.text() + " taken";
-    if (log.canSkip) note += ' ' + texts.text("or skipped");
     rows.push_back({{{glyph(log.symbol), log.color},
                      {log.timeText},
                      {log.name, {}, Weight::bold},
@@ -226,9 +225,16 @@ std::string rendered(const HistoryContent& content, const Terminal& terminal, co
     page.blank();
     addPanel(page, *content.empty);
   }
+  bool canSkipAny = false;
   for (const HistoryDay& day : content.days) {
     page.section(day.title + "  " + day.count);
-    addHistoryRows(page, day.logs, texts);
+    addHistoryRows(page, day.logs);
+    canSkipAny =
+        canSkipAny || std::any_of(day.logs.begin(), day.logs.end(), [](const auto& log) { return log.canSkip; });
+  }
+  if (canSkipAny) {
+    page.blank();
+    page.paragraph({texts.text("A missed dose that was skipped:") + "  pilloractl mark LOG-ID skipped", "secondary"});
   }
   if (content.hasMore) page.paragraph({texts.text("There are more."), "secondary"});
   return page.text();

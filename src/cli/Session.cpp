@@ -218,7 +218,10 @@ Result<std::shared_ptr<Medicine>> Session::medicine(std::string_view ref) {
     found = fitting(*medicines, [&](const auto& one) { return beginsWith(one->name(), name, texts()); });
   }
   if (found.size() == 1) return found.front();
-  return Error{(found.empty() ? "no medicine fits '" : "several medicines fit '") + name + "'"};
+  if (found.empty()) return Error{"no medicine fits '" + name + "'"};
+  std::string identifiers;
+  for (const auto& one : found) identifiers += (identifiers.empty() ? "" : ", ") + one->id().text();
+  return Error{"several medicines fit '" + name + "': name one by its identifier, " + identifiers};
 }
 
 Result<void> Session::save() {

@@ -79,7 +79,7 @@ std::string rendered(const SettingsContent& content, const Terminal& terminal, c
   }
   page.section(content.notes.title.value_or(""));
   for (const FormRow& note : content.notes.rows) {
-    if (const auto* row = std::get_if<ValueRow>(&note)) page.paragraph({"- " + row->text, "secondary"}, 2);
+    if (const auto* row = std::get_if<ValueRow>(&note)) page.item({row->text, "secondary"}, 2);
   }
   page.blank();
   page.paragraph({texts.text("To change one:") + "  pilloractl settings set use24HourTime yes", "secondary"});

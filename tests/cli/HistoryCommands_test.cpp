@@ -175,13 +175,15 @@ Today  1/1
 
 Yesterday  0/2
   ✗  12:00 AM  Vitamin D  Missed
-    pilloractl mark <id> taken or skipped
+    pilloractl mark <id> taken
   »  10:30 AM  Aspirin    Skipped
     pilloractl mark <id> taken
 
 Jan 8, 2025  0/1
   ✗  12:00 AM  Vitamin D  Missed
-    pilloractl mark <id> taken or skipped
+    pilloractl mark <id> taken
+
+A missed dose that was skipped:  pilloractl mark LOG-ID skipped
 )");
 }
 

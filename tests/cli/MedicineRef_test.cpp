@@ -69,13 +69,16 @@ TEST_F(MedicineRef, aBeginningFitsOnlyWhenOneMedicineHasIt) {
   EXPECT_EQ(picked("aspirin"), "") << "the end of a name is no beginning";
 }
 
-TEST_F(MedicineRef, twoMedicinesOfOneNameFitNeither) {
-  add({"Aspirin"});
-  add({"aspirin"});
+TEST_F(MedicineRef, twoMedicinesOfOneNameFitNeitherAndAreToldByIdentifier) {
+  const std::string first = add({"Aspirin"});
+  const std::string second = add({"aspirin"});
   const Called called = run({"delete", "Aspirin"});
   EXPECT_TRUE(called.failedWith(kRefused));
-  EXPECT_EQ(called.lines.at(0), "pilloractl: several medicines fit 'Aspirin'");
+  EXPECT_EQ(called.lines.at(0),
+            "pilloractl: several medicines fit 'Aspirin': name one by its identifier, " + first + ", " + second);
   EXPECT_EQ(names().size(), 2u);
+  EXPECT_EQ(run({"delete", second}).status, kDone);
+  EXPECT_EQ(names(), (Words{"Aspirin"}));
 }
 
 TEST_F(MedicineRef, theEmptyTextPicksNobody) {

@@ -50,10 +50,18 @@ TEST(Page, noLineIsWiderThanTheTerminal) {
     page.section(text);
     page.line({text}, 4);
     page.paragraph({text}, 4);
+    page.item({text}, 4);
     page.flow({{text}, {"b"}, {text}, {"c"}});
     page.table({{}, {}, {}, {}, {}}, {{{{text}, {text}, {text}, {text}, {text}}, text}});
     EXPECT_LE(displayWidth(longestLine(page.text())), columns) << longestLine(page.text());
   }
+}
+
+TEST(Page, theLinesOfAnItemStandBelowItsText) {
+  const Terminal terminal{14, false};
+  Page page(terminal);
+  page.item({"one two three"}, 2);
+  EXPECT_EQ(page.text(), "  - one two\n    three\n");
 }
 
 TEST(Page, cellsFlowOntoTheNextLineWhenTheyDoNotFit) {
