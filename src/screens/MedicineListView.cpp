@@ -82,6 +82,7 @@ MedicineRowView MedicineListView::row(const Medicine& medicine, Instant now) con
   row.nextDose = medicine.nextDoseTime(now, calendar);
   if (row.nextDose) row.nextDoseText = texts.relative(*row.nextDose, now);
   row.chevron = "chevron.right";
+  row.remove = {"delete", environment_.texts.text("Delete"), "trash"};
   return row;
 }
 

@@ -27,6 +27,7 @@ struct MedicineRowView {
   std::optional<Instant> nextDose;
   std::optional<std::string> nextDoseText;  ///< "in 2 hr."
   std::string chevron;                      ///< symbol that says that the row opens something
+  ActionItem remove;                        ///< behind a swipe, at once
 
   static constexpr auto fields() {
     using Row = MedicineRowView;
@@ -34,7 +35,7 @@ struct MedicineRowView {
                       field("icon", &Row::icon), field("color", &Row::color), field("isActive", &Row::isActive),
                       field("inactiveBadge", &Row::inactiveBadge), field("intervalSymbol", &Row::intervalSymbol),
                       field("nextDose", &Row::nextDose), field("nextDoseText", &Row::nextDoseText),
-                      field("chevron", &Row::chevron));
+                      field("chevron", &Row::chevron), field("remove", &Row::remove));
   }
 };
 

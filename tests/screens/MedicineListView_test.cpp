@@ -178,6 +178,7 @@ TEST_F(MedicineListViewTest, everyRowOpensSomethingAndSectionsHaveStableIds) {
   EXPECT_EQ(content().sections.at(0).id, "active");
   EXPECT_EQ(content().sections.at(1).id, "inactive");
   EXPECT_EQ(onlyRow().chevron, "chevron.right");
+  EXPECT_EQ(onlyRow().remove, (ActionItem{"delete", "Delete", "trash"}));
   view_.selectedMedicine = onlyRow().id;
   EXPECT_EQ(view_.selectedMedicine, medicine->id());
 }

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-// A value that is only shown. `row`: label, text, detail, symbol, color.
+// A value that is only shown, or a button in its place. `row`: label, text, detail, symbol, color, action.
 ListRow {
     id: control
 
     required property var row
     readonly property bool plain: !row.label
+    signal triggered(string id)
 
     width: parent ? parent.width : implicitWidth
     text: row.label ?? ""
@@ -17,8 +18,9 @@ ListRow {
 
     Item {
         width: parent.width
-        implicitWidth: Math.max(value.implicitWidth + (mark.visible ? mark.width + 6 : 0), below.implicitWidth)
-        implicitHeight: value.height + (below.visible ? below.height + 1 : 0)
+        implicitWidth: Math.max(value.implicitWidth + (mark.visible ? mark.width + 6 : 0), below.implicitWidth,
+            button.visible ? button.implicitWidth : 0)
+        implicitHeight: Math.max(value.height + (below.visible ? below.height + 1 : 0), button.visible ? button.height : 0)
 
         readonly property bool atEnd: !control.plain && !control.stacked
 
@@ -57,6 +59,16 @@ ListRow {
             color: Theme.secondary
             size: Theme.footnote
             Accessible.ignored: true
+        }
+        PButton {
+            id: button
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            visible: !!control.row.action
+            compact: true
+            text: control.row.action?.title ?? ""
+            onClicked: control.triggered(control.row.action.id)
         }
     }
 }

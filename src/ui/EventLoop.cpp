@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include "ui/EventLoop.h"
+
+#include <QAbstractEventDispatcher>
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace pillora {
+
+PolledConnection::PolledConnection(int descriptor, std::function<void()> process, std::function<bool()> wantsToWrite)
+    : readable_(descriptor, QSocketNotifier::Read), writable_(descriptor, QSocketNotifier::Write) {
+  writable_.setEnabled(false);
+  connect(&readable_, &QSocketNotifier::activated, this, process);
+  connect(&writable_, &QSocketNotifier::activated, this, process);
+  connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+          [this, process, wantsToWrite = std::move(wantsToWrite)] {
+            process();
+            writable_.setEnabled(wantsToWrite());
+          });
+}
+
+DeadlineTimer::DeadlineTimer(const Clock& clock, std::function<std::optional<Instant>()> next,
+                             std::function<void()> reached)
+    : clock_(clock), next_(std::move(next)), reached_(std::move(reached)) {
+  timer_.setSingleShot(true);
+  timer_.setTimerType(Qt::PreciseTimer);
+  connect(&timer_, &QTimer::timeout, this, [this] {
+    const auto deadline = next_();
+    if (deadline && *deadline <= clock_.now()) reached_();
+  });
+  connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this, &DeadlineTimer::await);
+}
+
+void DeadlineTimer::await() {
+  using namespace std::chrono;
+  const auto deadline = next_();
+  if (!deadline) return timer_.stop();
+  const auto wait = std::clamp<milliseconds>(ceil<milliseconds>(*deadline - clock_.now()), milliseconds(1), minutes(1));
+  if (!timer_.isActive() || timer_.remainingTimeAsDuration() > wait) timer_.start(wait);
+}
+
+}  // namespace pillora

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QSocketNotifier>
+#include <QTimer>
+#include <functional>
+#include <optional>
+
+#include "platform/Clock.h"
+#include "support/Instant.h"
+
+namespace pillora {
+
+// What lets Qt's event loop drive things that have no loop of their own.
+
+/// A connection that is polled: `process` is called whenever its descriptor can be read, or written while
+/// `wantsToWrite`, and once after each turn, before the loop goes to sleep.
+class PolledConnection final : public QObject {
+  Q_OBJECT
+
+ public:
+  PolledConnection(int descriptor, std::function<void()> process, std::function<bool()> wantsToWrite);
+
+ private:
+  QSocketNotifier readable_, writable_;
+};
+
+/// Calls `reached` at the instant that `next` names. It is asked again after each turn; a clock that was set is noticed
+/// within a minute.
+class DeadlineTimer final : public QObject {
+  Q_OBJECT
+
+ public:
+  DeadlineTimer(const Clock& clock, std::function<std::optional<Instant>()> next, std::function<void()> reached);
+
+ private:
+  void await();
+
+  const Clock& clock_;
+  std::function<std::optional<Instant>()> next_;
+  std::function<void()> reached_;
+  QTimer timer_;
+};
+
+}  // namespace pillora

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import Pillora
+
+// All medicines, and over them the details of the one that is open. See screens/MedicineListView.h.
+FocusScope {
+    id: screen
+
+    required property AppModel app
+    required property MedicineListModel model
+    readonly property var list: model.content
+
+    TabPage {
+        anchors.fill: parent
+        focus: !details.visible
+        enabled: !details.visible
+        title: screen.list.title
+        toolbar: screen.list.toolbar
+        onTriggered: screen.app.addMedicine.open()
+
+        ScrollArea {
+            anchors.fill: parent
+            visible: screen.list.empty === null
+            focus: visible
+
+            SearchField {
+                id: search
+
+                width: parent.width
+                name: screen.list.searchPrompt
+                onEdited: text => screen.model.search(text)
+
+                Shortcut {
+                    enabled: screen.enabled && !details.visible
+                    sequence: StandardKey.Find
+                    onActivated: search.forceActiveFocus(Qt.ShortcutFocusReason)
+                }
+            }
+            Repeater {
+                model: screen.list.sections
+
+                ListSection {
+                    id: section
+
+                    required property var row
+
+                    header: row.title
+
+                    Repeater {
+                        model: section.row.rows
+
+                        MedicineRow {
+                            onOpened: screen.app.detail.open(row.id)
+                            onRemoved: screen.model.deleteRow(section.row.id, row.id)
+                        }
+                    }
+                }
+            }
+        }
+        EmptyState {
+            anchors.centerIn: parent
+            visible: screen.list.empty !== null
+            symbol: screen.list.empty?.symbol ?? "pills"
+            title: screen.list.empty?.title ?? ""
+            text: screen.list.empty?.text ?? ""
+            action: screen.list.emptyAction?.title ?? ""
+            actionSymbol: screen.list.emptyAction?.symbol ?? ""
+            onTriggered: screen.app.addMedicine.open()
+        }
+    }
+    MedicineDetailView {
+        id: details
+
+        width: parent.width
+        height: parent.height
+        model: screen.app.detail
+        backName: screen.list.title
+    }
+}

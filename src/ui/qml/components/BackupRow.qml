@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+// One backup: restores it, and swiped aside deletes it. `row`: title, detail, restore, color, remove, isEnabled.
+SwipeRow {
+    id: control
+
+    required property var row
+    property bool separated: !Positioner.isFirstItem
+    signal restored
+
+    width: parent ? parent.width : implicitWidth
+    removeTitle: row.remove.title
+    removeSymbol: row.remove.symbol
+
+    ListRow {
+        width: parent.width
+        separated: control.separated
+        text: control.row.title
+        detail: control.row.detail
+
+        IconButton {
+            enabled: control.row.isEnabled
+            symbol: control.row.restore.symbol
+            tone: control.row.color
+            text: control.row.restore.title + ", " + control.row.title
+            onClicked: control.restored()
+        }
+    }
+}

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Layouts
+
+// One open dose: what and when, and once it is expanded what to do about it.
+Card {
+    id: card
+
+    required property string name
+    required property string dosage
+    required property var icon
+    required property string tone
+    required property string time
+    required property string badge
+    required property string badgeTone
+    required property var actions
+    property bool expanded: false
+    signal acted(string id)
+
+    padding: 0
+    implicitHeight: head.height + drawer.height
+    clip: true
+
+    Pressable {
+        id: head
+
+        width: parent.width
+        implicitHeight: implicitContentHeight + 2 * Theme.padding
+        leftPadding: Theme.padding
+        rightPadding: Theme.padding
+        cornerRadius: Theme.radiusCard
+        focusGap: -3
+        text: [card.name, card.dosage, card.time, card.badge].join(", ")
+        onClicked: card.expanded = !card.expanded
+
+        contentItem: RowLayout {
+            spacing: 12
+
+            MedicineIcon {
+                visible: card.icon !== null
+                symbol: card.icon ?? ""
+                tone: card.tone
+            }
+            ColumnLayout {
+                spacing: 2
+
+                Label {
+                    Layout.fillWidth: true
+                    text: card.name
+                    size: Theme.headline
+                    font.weight: Font.DemiBold
+                    Accessible.ignored: true
+                }
+                Label {
+                    Layout.fillWidth: true
+                    text: card.dosage
+                    color: Theme.secondary
+                    size: Theme.subheadline
+                    Accessible.ignored: true
+                }
+            }
+            ColumnLayout {
+                spacing: 4
+
+                Label {
+                    Layout.alignment: Qt.AlignRight
+                    text: card.time
+                    wrapMode: Text.NoWrap
+                    size: Theme.subheadline
+                    font.weight: Font.Medium
+                    Accessible.ignored: true
+                }
+                Badge {
+                    Layout.alignment: Qt.AlignRight
+                    text: card.badge
+                    tone: card.badgeTone
+                    size: Theme.caption
+                    sidePadding: 8
+                    endPadding: 3
+                }
+            }
+            Symbol {
+                name: "chevron.down"
+                size: 18
+                color: Theme.placeholder
+                rotation: card.expanded ? 180 : 0
+
+                Behavior on rotation {
+                    NumberAnimation { duration: Theme.calm; easing.type: Easing.OutCubic }
+                }
+            }
+        }
+        background: PressTint {
+            radius: Theme.radiusCard
+            over: head
+        }
+    }
+    Item {
+        id: drawer
+
+        anchors.top: head.bottom
+        width: parent.width
+        height: card.expanded ? buttons.height + 1 + 2 * 14 : 0
+        visible: height > 0
+        clip: true
+
+        Behavior on height {
+            NumberAnimation { duration: Theme.calm; easing.type: Easing.OutCubic }
+        }
+
+        Rectangle {
+            x: Theme.padding
+            width: parent.width - 2 * Theme.padding
+            height: Theme.hairline
+            color: Theme.separator
+        }
+        ActionRow {
+            id: buttons
+
+            x: Theme.padding
+            y: 15
+            width: parent.width - 2 * Theme.padding
+            actions: card.actions
+            onTriggered: id => card.acted(id)
+        }
+    }
+}

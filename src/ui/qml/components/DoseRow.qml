@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+// One dose that was recorded. `row`: symbol, color, dateText, timeText, statusText.
+ListRow {
+    id: control
+
+    required property var row
+
+    width: parent ? parent.width : implicitWidth
+    symbol: row.symbol
+    symbolColor: Theme.symbol(row.color)
+    text: row.dateText
+    detail: row.timeText
+
+    Label {
+        text: control.row.statusText
+        wrapMode: Text.NoWrap
+        color: Theme.ink(control.row.color)
+        size: Theme.subheadline
+        font.weight: Font.Medium
+    }
+}

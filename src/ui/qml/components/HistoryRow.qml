@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+
+// One dose of the past, and what its record may be changed to. `row`: name, statusText, symbol, color, timeText, timing,
+// timingColor, actions.
+ListRow {
+    id: control
+
+    required property var row
+    signal acted(string action)
+
+    width: parent ? parent.width : implicitWidth
+    separated: !row.isFirst
+    symbol: row.symbol
+    symbolColor: Theme.symbol(row.color)
+    text: row.name
+    detail: row.timeText + "  " + row.statusText
+
+    Row {
+        spacing: 2
+
+        TimingBadge {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: control.row.timing !== null
+            text: control.row.timing ?? ""
+            tone: control.row.timingColor ?? "blue"
+        }
+        Repeater {
+            model: control.row.actions
+
+            IconButton {
+                id: action
+
+                required property var row
+
+                symbol: row.symbol
+                text: row.title + ", " + control.row.name
+                kind: "tinted"
+                tone: row.id === "take" ? "green" : "orange"
+                onClicked: control.acted(action.row.id)
+            }
+        }
+    }
+}

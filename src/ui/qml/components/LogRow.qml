@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+// One dose that was recorded today, and the way to take the record back. `row`: name, statusText, statusColor,
+// timeText, timing, timingColor, undoSymbol, undoAlert.
+ListRow {
+    id: control
+
+    required property var row
+    signal undone
+
+    width: parent ? parent.width : implicitWidth
+    text: row.name
+    detail: row.timeText
+
+    Row {
+        spacing: 6
+
+        TimingBadge {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: control.row.timing !== null
+            text: control.row.timing ?? ""
+            tone: control.row.timingColor ?? "blue"
+        }
+        Badge {
+            anchors.verticalCenter: parent.verticalCenter
+            text: control.row.statusText
+            tone: control.row.statusColor
+            size: Theme.caption
+            sidePadding: 8
+            endPadding: 3
+        }
+        IconButton {
+            symbol: control.row.undoSymbol
+            symbolSize: 20
+            text: control.row.undoAlert.confirm + ", " + control.row.name
+            onClicked: control.undone()
+        }
+    }
+}

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import QtQuick.Templates as T
+
+// A list of any length: only what is in sight exists. Its rows stand in a column no wider than reads well. When its
+// end comes near and there is more, it asks for that.
+ListView {
+    id: list
+
+    property bool hasMore: false
+    readonly property real columnWidth: Math.min(width - 2 * Theme.padding, Theme.readableWidth)
+    readonly property real columnX: (width - columnWidth) / 2
+    signal endReached
+
+    clip: true
+    boundsBehavior: Flickable.DragAndOvershootBounds
+    flickableDirection: Flickable.VerticalFlick
+    cacheBuffer: 480
+    reuseItems: false
+    bottomMargin: 24
+    keyNavigationEnabled: false
+    onContentYChanged: if (hasMore && contentY + 2 * height > originY + contentHeight)
+        endReached()
+
+    T.ScrollBar.vertical: ScrollIndicator {}
+}

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import QtQuick.Layouts
+
+// One medicine of the list: opens it, and swiped aside takes it away. `row`: name, dosageText, icon, color, isActive,
+// inactiveBadge, intervalSymbol, nextDoseText, chevron, remove.
+SwipeRow {
+    id: control
+
+    required property var row
+    property bool separated: !Positioner.isFirstItem
+    signal opened
+
+    width: parent ? parent.width : implicitWidth
+    removeTitle: row.remove.title
+    removeSymbol: row.remove.symbol
+
+    Pressable {
+        id: face
+
+        width: parent.width
+        implicitHeight: Math.max(64, implicitContentHeight + 20)
+        leftPadding: Theme.padding
+        rightPadding: 12
+        focus: true
+        focusGap: -3
+        text: [control.row.name, control.row.dosageText, control.row.inactiveBadge, control.row.nextDoseText].filter(part => part).join(", ")
+        Accessible.role: Accessible.Link
+        onClicked: control.opened()
+
+        contentItem: RowLayout {
+            spacing: 12
+
+            MedicineIcon {
+                visible: control.row.icon !== null
+                symbol: control.row.icon ?? ""
+                tone: control.row.color
+                diameter: 40
+                opacity: control.row.isActive ? 1 : 0.6
+            }
+            ColumnLayout {
+                spacing: 2
+
+                Label {
+                    Layout.fillWidth: true
+                    text: control.row.name
+                    font.weight: Font.Medium
+                    Accessible.ignored: true
+                }
+                RowLayout {
+                    spacing: 6
+
+                    Label {
+                        Layout.fillWidth: true
+                        Layout.maximumWidth: implicitWidth + 1
+                        text: control.row.dosageText
+                        color: Theme.secondary
+                        size: Theme.subheadline
+                        Accessible.ignored: true
+                    }
+                    Badge {
+                        visible: control.row.inactiveBadge !== null
+                        text: control.row.inactiveBadge ?? ""
+                        solid: true
+                        tone: "grey"
+                    }
+                }
+            }
+            Symbol {
+                name: control.row.intervalSymbol
+                size: 18
+                color: Theme.secondary
+            }
+            Label {
+                visible: text !== ""
+                text: control.row.nextDoseText ?? ""
+                wrapMode: Text.NoWrap
+                color: Theme.secondary
+                size: Theme.caption
+                Accessible.ignored: true
+            }
+            Symbol {
+                name: control.row.chevron
+                size: 16
+                color: Theme.placeholder
+            }
+        }
+        background: Item {
+            Rectangle {
+                visible: control.separated
+                x: Theme.padding
+                width: parent.width - 2 * Theme.padding
+                height: Theme.hairline
+                color: Theme.separator
+            }
+            PressTint {
+                anchors.fill: parent
+                anchors.margins: 4
+                radius: Theme.radius
+                over: face
+            }
+        }
+    }
+}
