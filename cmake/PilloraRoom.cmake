@@ -31,7 +31,8 @@ function(pillora_room name)
 endfunction()
 
 # pillora_test(NAME SOURCES file… ROOMS room… [LIBRARIES target…])
-#   A GoogleTest program whose cases CTest knows one by one.
+#   A GoogleTest program whose cases CTest knows one by one, labelled with their folder's name. The target FOLDER_tests
+#   builds all programs of the folder.
 function(pillora_test name)
   cmake_parse_arguments(TEST "" "TIMEOUT" "SOURCES;ROOMS;LIBRARIES" ${ARGN})
   add_executable(${name} ${TEST_SOURCES})
@@ -43,5 +44,10 @@ function(pillora_test name)
   if(NOT TEST_TIMEOUT)
     set(TEST_TIMEOUT 120)
   endif()
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${TEST_TIMEOUT})
+  get_filename_component(folder "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
+  if(NOT TARGET ${folder}_tests)
+    add_custom_target(${folder}_tests)
+  endif()
+  add_dependencies(${folder}_tests ${name})
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${TEST_TIMEOUT} LABELS ${folder})
 endfunction()

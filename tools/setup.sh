@@ -117,10 +117,11 @@ configure_preset() {
   fi
 }
 
-# build_preset PRESET: configures and builds build/PRESET; a second or two when nothing changed.
+# build_preset PRESET [TARGET...]: configures and builds build/PRESET, all of it or these targets; a second or two when
+# nothing changed.
 build_preset() {
   say "Building (preset $1, in build/$1)"
   configure_preset "$1"
-  cmake --build --preset "$1" ||
+  cmake --build --preset "$1" ${2:+--target "${@:2}"} ||
     fail "the build failed; the first error above says where ($(free_megabytes build) MB are left on the disk)."
 }
