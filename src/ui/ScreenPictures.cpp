@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QImage>
+#include <QMouseEvent>
 #include <QTextStream>
 #include <functional>
 #include <vector>
@@ -19,13 +20,6 @@ void settle() {
   for (int turn = 0; turn < 8; ++turn) QCoreApplication::processEvents();
 }
 
-/// One screen: how to come there, and how to leave it.
-struct Scene {
-  const char* name;
-  std::function<void(AppModel&)> enter;
-  std::function<void(AppModel&)> leave = [](AppModel&) {};
-};
-
 /// The id of the first medicine of the list.
 QString firstMedicine(AppModel& app) {
   app.medicines()->redraw();
@@ -36,7 +30,16 @@ QString firstMedicine(AppModel& app) {
   return row->property("id").toString();
 }
 
-std::vector<Scene> scenes() {
+/// The pointer rests where nothing is.
+void movePointerAway(QQuickWindow& window) {
+  const QPointF place(window.width() / 2.0, 2);
+  QMouseEvent move(QEvent::MouseMove, place, window.mapToGlobal(place), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&window, &move);
+}
+
+}  // namespace
+
+std::vector<Scene> allScenes() {
   const auto tab = [](int tag) { return [tag](AppModel& app) { app.root()->select(tag); }; };
   const auto goBack = [](AppModel& app) { app.detail()->goBack(); };
   return {{"today", tab(0)},
@@ -64,8 +67,6 @@ std::vector<Scene> scenes() {
            [](AppModel& app) { app.settings()->closeSheets(); }}};
 }
 
-}  // namespace
-
 bool drawScreens(AppModel& app, QQuickWindow& window, Appearance& appearance, const QString& folder) {
   QTextStream out(stdout);
   const QDir place(folder);
@@ -77,7 +78,8 @@ bool drawScreens(AppModel& app, QQuickWindow& window, Appearance& appearance, co
     appearance.setProperty("dark", isDark);
     for (const QSize size : {QSize(360, 720), QSize(1000, 700)}) {
       window.resize(size);
-      for (const Scene& scene : scenes()) {
+      movePointerAway(window);
+      for (const Scene& scene : allScenes()) {
         scene.enter(app);
         settle();
         window.grabWindow();  // texts take their lines

@@ -3,11 +3,23 @@
 
 #include <QQuickWindow>
 #include <QString>
+#include <functional>
+#include <vector>
 
 #include "ui/AppModel.h"
 #include "ui/Appearance.h"
 
 namespace pillora {
+
+/// One screen, or a sheet over it: how to come there, and how to leave it.
+struct Scene {
+  const char* name;
+  std::function<void(AppModel&)> enter;
+  std::function<void(AppModel&)> leave = [](AppModel&) {};
+};
+
+/// Every screen of the app. The list of medicines is not empty.
+std::vector<Scene> allScenes();
 
 /// Draws every screen as the window shows it, in light and dark, on a phone and on a desktop, into PNG files in the
 /// folder, and prints their names. Answers false when one could not be written. The app is left in some state.

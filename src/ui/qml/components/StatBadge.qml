@@ -10,7 +10,8 @@ Rectangle {
     required property string label
     required property string tone
 
-    implicitWidth: Math.max(96, column.implicitWidth + 16)
+    // Deliberate: from the words and not from the column, which is as wide as the badge and would widen it for ever.
+    implicitWidth: Math.max(96, number.implicitWidth + 28, caption.implicitWidth + 28)
     implicitHeight: column.implicitHeight + 20
     radius: Theme.radius
     color: Qt.tint(Theme.surface, Theme.tint(tone))
@@ -32,6 +33,8 @@ Rectangle {
             color: Theme.symbol(badge.tone)
         }
         Label {
+            id: number
+
             width: parent.width
             text: badge.value
             horizontalAlignment: Text.AlignHCenter
@@ -40,6 +43,8 @@ Rectangle {
             Accessible.ignored: true
         }
         Label {
+            id: caption
+
             width: parent.width
             text: badge.label
             horizontalAlignment: Text.AlignHCenter

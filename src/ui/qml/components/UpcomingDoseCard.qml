@@ -7,6 +7,9 @@ Card {
     id: card
 
     required property var row
+    // Too narrow for the time beside the name.
+    readonly property bool stacked: width < 26 * Theme.body
+    readonly property color relativeColor: row.relativeColor === "red" ? Theme.ink("red") : Theme.secondary
     signal taken
     signal skipped
 
@@ -40,8 +43,25 @@ Card {
                 color: Theme.secondary
                 size: Theme.caption
             }
+            Flow {
+                Layout.fillWidth: true
+                visible: card.stacked
+                spacing: 6
+
+                Label {
+                    text: card.row.timeText
+                    size: Theme.caption
+                    font.weight: Font.Medium
+                }
+                Label {
+                    text: card.row.relative
+                    color: card.relativeColor
+                    size: Theme.caption
+                }
+            }
         }
         ColumnLayout {
+            visible: !card.stacked
             spacing: 1
 
             Label {
@@ -55,7 +75,7 @@ Card {
                 Layout.alignment: Qt.AlignRight
                 text: card.row.relative
                 wrapMode: Text.NoWrap
-                color: card.row.relativeColor === "red" ? Theme.ink("red") : Theme.secondary
+                color: card.relativeColor
                 size: Theme.caption
             }
         }
