@@ -18,8 +18,8 @@ namespace pillora {
 /// process id, which the caller reaps.
 Result<pid_t> spawn(const std::vector<std::string>& command, int speech = -1);
 
-/// Runs `PROGRAM run-task --scheduled IDENTIFIER` and sees to its end: when the time granted is over it is told to expire by
-/// SIGTERM, and when it has not ended a while later it is killed. Nothing wakes for that while nothing runs.
+/// Runs `PROGRAM run-task --scheduled IDENTIFIER` and sees to its end: when the time granted is over it is told to
+/// expire by SIGTERM, and when it has not ended a while later it is killed. Nothing wakes for that while nothing runs.
 class ProcessLauncher final : public TaskLauncher {
  public:
   struct Limits {
