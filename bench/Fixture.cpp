@@ -31,7 +31,7 @@ std::filesystem::path folder() {
   // Never destroyed: it is still needed when the program ends.
   static const auto* const made = [] {
     std::string name = std::filesystem::exists("/dev/shm") ? "/dev/shm/" : "/tmp/";
-    name += "pillora-bench-XXXXXX";
+    name += "pillora-bench-XXXXXX";  // mkdtemp puts a random name in place of the X
     if (mkdtemp(name.data()) == nullptr) std::exit(1);
     std::atexit([] { std::filesystem::remove_all(folder()); });
     return new std::filesystem::path(name);

@@ -46,8 +46,6 @@ AppModel::AppModel(const WindowEnvironment& environment)
   redraw();
 }
 
-AppModel::~AppModel() = default;
-
 void AppModel::setScenePhase(ScenePhase phase) {
   if (phase == ScenePhase::background) detail_.flush();
   phase_ = phase;

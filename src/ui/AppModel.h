@@ -69,7 +69,6 @@ class AppModel final : public QObject {
 
  public:
   explicit AppModel(const WindowEnvironment& environment);
-  ~AppModel() override;
 
   RootModel* root() { return &root_; }
   TodayModel* today() { return &today_; }

@@ -14,6 +14,7 @@ namespace pillora {
 /// An empty folder that is gone, with all it holds, at the end of the test.
 class TemporaryFolder {
  public:
+  // mkdtemp puts a random name in place of the X.
   TemporaryFolder() : path_((std::filesystem::temp_directory_path() / "pillora-test-XXXXXX").string()) {
     if (mkdtemp(path_.data()) == nullptr) {
       std::cerr << "cannot make a temporary folder\n";
