@@ -9,6 +9,7 @@
 #include <sqlite3.h>
 #include <string>
 
+#include "store/StoreCopy.h"
 #include "store/Table.h"
 
 namespace pillora {
@@ -199,6 +200,12 @@ void takeSteps(SQLite::Database& database, const Schema& schema, StoreState stat
   database.exec("PRAGMA user_version = " + std::to_string(toUserVersion(schema.version)));
 }
 
+/// Keeps the store of the older version beside it, under that version's number.
+Result<void> keepOlder(SQLite::Database& database, const std::string& vfs) {
+  const std::string& path = database.getFilename();
+  return keepCopy(path, vfs, path + "." + text(fromUserVersion(number(database, "PRAGMA user_version"))));
+}
+
 }  // namespace
 
 Schema currentSchema() { return {kFirstVersion, {}}; }
@@ -218,7 +225,7 @@ Result<StoreState> examine(SQLite::Database& database, const Schema& schema) {
   }
 }
 
-Result<void> bringUpToDate(SQLite::Database& database, const Schema& schema) {
+Result<void> bringUpToDate(SQLite::Database& database, const std::string& vfs, const Schema& schema) {
   std::string doing = "the store cannot be written (";
   try {
     // A step may rebuild a table; that must not delete what refers to it.
@@ -228,6 +235,10 @@ Result<void> bringUpToDate(SQLite::Database& database, const Schema& schema) {
     if (!state) return state.error();
     if (*state == StoreState::current) return {};
     doing = *state == StoreState::empty ? "the store cannot be made (" : "the store cannot be migrated (";
+    // While the transaction keeps others from writing: nothing is in the migrated store that the copy lacks.
+    if (*state == StoreState::older) {
+      if (const auto kept = keepOlder(database, vfs); !kept) return Error{doing + kept.error().description + ")"};
+    }
     takeSteps(database, schema, *state);
     if (const auto complete = checkTables(database); !complete)
       return Error{doing + complete.error().description + ")"};

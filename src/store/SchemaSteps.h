@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <string>
+
 #include "store/ModelContainer.h"
 #include "support/Result.h"
 
@@ -20,8 +22,10 @@ enum class StoreState { empty, older, current };
 /// by a newer version, or is too old for `schema`'s migrations.
 Result<StoreState> examine(SQLite::Database& database, const Schema& schema);
 
-/// Makes the tables or migrates them, all in one transaction together with the version's change. On an error the
-/// database is as it was. Nothing happens to a current one, nor to one that another process has just brought there.
-Result<void> bringUpToDate(SQLite::Database& database, const Schema& schema);
+/// Makes the tables or migrates them, all in one transaction together with the version's change. A store that is
+/// migrated is first copied to a file beside it, named after its version (Pillora.store.1.0.0), through the same VFS.
+/// On an error the database is as it was. Nothing happens to a current one, nor to one that another process has just
+/// brought there.
+Result<void> bringUpToDate(SQLite::Database& database, const std::string& vfs, const Schema& schema);
 
 }  // namespace pillora

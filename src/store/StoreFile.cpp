@@ -141,7 +141,7 @@ Result<std::unique_ptr<SQLite::Database>> connect(const std::string& path, const
   if (!state) return state.error();
   useWriteAheadLog(*database);
   if (*state != StoreState::current) {
-    if (const auto ready = bringUpToDate(*database, schema); !ready) return ready.error();
+    if (const auto ready = bringUpToDate(*database, vfs, schema); !ready) return ready.error();
   }
   database->exec("PRAGMA foreign_keys = ON");
   setCheckpointOnClose(*database, true);

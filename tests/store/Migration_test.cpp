@@ -2,8 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <filesystem>
+#include <fstream>
+#include <sqlite3.h>
 
 #include "StoreTest.h"
+#include "doubles/FailingVfs.h"
 
 namespace pillora {
 namespace {
@@ -50,6 +54,70 @@ TEST_F(MigrationTest, anOlderStoreIsBroughtToTheSchemaWithItsRecords) {
   EXPECT_EQ(version(), 10100);
   EXPECT_TRUE(has("Pharmacy"));
   EXPECT_TRUE(openWith({{1, 1, 0}, {kToOneOne}}));
+}
+
+TEST_F(MigrationTest, theStoreOfTheOldVersionStaysBesideTheMigratedOne) {
+  makeStore();
+  {
+    const auto opened = openWith({{1, 1, 0}, {kToOneOne}});
+    ASSERT_TRUE(opened);
+    (*opened)->mainContext().insert(makeMedicine("Ibuprofen"));
+    queue_.drain();
+  }
+  const std::string copy = store() + ".1.0.0";
+  ASSERT_TRUE(std::filesystem::exists(copy));
+  EXPECT_EQ(std::filesystem::status(copy).permissions(), std::filesystem::perms(0600));
+  EXPECT_EQ(SQLite::Database(copy).execAndGet("PRAGMA integrity_check").getString(), "ok");
+  const auto asBefore = open(copy);
+  EXPECT_EQ(namesOf(all<Medicine>(asBefore->mainContext())), Names{"Aspirin"});
+  EXPECT_EQ(all<DoseLog>(asBefore->mainContext()).size(), 1U);
+}
+
+TEST_F(MigrationTest, theCopyHoldsWhatIsStillInTheLog) {
+  makeStore();
+  SQLite::Database other(store(), SQLite::OPEN_READWRITE);
+  other.exec("PRAGMA wal_autocheckpoint = 0; UPDATE Medicine SET name = 'Ibuprofen'");
+  ASSERT_TRUE(openWith({{1, 1, 0}, {kToOneOne}}));
+  EXPECT_EQ(namesOf(all<Medicine>(open(store() + ".1.0.0")->mainContext())), Names{"Ibuprofen"});
+}
+
+TEST_F(MigrationTest, aNewCopyTakesThePlaceOfAnOlderOneAndOfOneThatWasBrokenOff) {
+  makeStore();
+  std::ofstream(store() + ".1.0.0") << "of an attempt long ago";
+  std::ofstream(store() + ".1.0.0.part") << "cut sho";
+  ASSERT_TRUE(openWith({{1, 1, 0}, {kToOneOne}}));
+  EXPECT_EQ(namesOf(all<Medicine>(open(store() + ".1.0.0")->mainContext())), Names{"Aspirin"});
+  EXPECT_FALSE(std::filesystem::exists(store() + ".1.0.0.part"));
+}
+
+TEST_F(MigrationTest, noCopyIsMadeOfAStoreThatIsNewOrCurrent) {
+  ASSERT_TRUE(openWith({{1, 1, 0}, {kToOneOne}}));
+  ASSERT_TRUE(openWith({{1, 1, 0}, {kToOneOne}}));
+  for (const auto& [name, bytes] : folder_.contents()) EXPECT_EQ(name.find(".1."), std::string::npos) << name;
+}
+
+TEST_F(MigrationTest, withoutACopyNothingIsMigrated) {
+  makeStore();
+  std::filesystem::create_directories(store() + ".1.0.0/in the way");
+  const auto opened = openWith({{1, 1, 0}, {kToOneOne}});
+  ASSERT_FALSE(opened);
+  EXPECT_EQ(opened.error().description, "the store cannot be migrated (no copy of it can be kept: Is a directory)");
+  EXPECT_EQ(version(), 10000);
+  EXPECT_FALSE(std::filesystem::exists(store() + ".1.0.0.part"));
+  EXPECT_EQ(namesOf(all<Medicine>(open(store())->mainContext())), Names{"Aspirin"});
+}
+
+TEST_F(MigrationTest, aFullDiskLeavesTheStoreAtItsOldVersion) {
+  makeStore();
+  const ModelConfiguration onFailingDisk{.path = store(), .vfsName = failingVfs::name()};
+  failingVfs::failAt(1, SQLITE_FULL, true);
+  const auto opened = ModelContainer::open(onFailingDisk, queue_, {{1, 1, 0}, {kToOneOne}});
+  failingVfs::heal();
+  ASSERT_FALSE(opened);
+  EXPECT_EQ(version(), 10000);
+  EXPECT_FALSE(std::filesystem::exists(store() + ".1.0.0"));
+  ASSERT_TRUE(ModelContainer::open(onFailingDisk, queue_, {{1, 1, 0}, {kToOneOne}}));
+  EXPECT_TRUE(std::filesystem::exists(store() + ".1.0.0"));
 }
 
 TEST_F(MigrationTest, anOldStoreWithoutAColumnGetsIt) {
