@@ -95,10 +95,14 @@ int ProcessLauncher::ended(sd_event_source*, const siginfo_t* how, void* run) {
   return 0;
 }
 
-std::string siblingProgram(const std::string& name) {
+std::string ownProgram() {
   std::error_code failure;
-  const auto self = std::filesystem::read_symlink("/proc/self/exe", failure);
-  if (failure) return name;
+  return std::filesystem::read_symlink("/proc/self/exe", failure).string();
+}
+
+std::string siblingProgram(const std::string& name) {
+  const std::filesystem::path self(ownProgram());
+  if (self.empty()) return name;
   // Installed, or in a build tree.
   for (const char* folder : {".", "../libexec", "../bin", "../agent", "../cli"}) {
     const auto sibling = (self.parent_path() / folder / name).lexically_normal();

@@ -58,6 +58,9 @@ class ProcessLauncher final : public TaskLauncher {
   std::list<Run> runs_;
 };
 
+/// The file that runs; empty when the system does not tell.
+std::string ownProgram();
+
 /// The program of ours called `name` that belongs to the one that is running, or `name` itself to be looked up in PATH.
 std::string siblingProgram(const std::string& name);
 

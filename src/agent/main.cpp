@@ -2,19 +2,24 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <iostream>
+#include <string_view>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "agent/Agent.h"
 #include "agent/ProcessLauncher.h"
+#include "agent/ProgramWatch.h"
 #include "agent/TimerFd.h"
 #include "agent/ZoneWatch.h"
 #include "linux/Folders.h"
 #include "linux/SystemClock.h"
+#include "platform/Bundle.h"
 
 namespace pillora {
 namespace {
 
-Result<int> run() {
+Result<int> run(const std::string& program) {
   sd_event* loop = nullptr;
   sd_bus* session = nullptr;
   if (const int made = sd_event_default(&loop); made < 0) return busError("event loop", made);
@@ -41,14 +46,39 @@ Result<int> run() {
     std::fputs("pillora-agent: another one is running already\n", stderr);
     return 0;
   }
-  const ZoneWatch watch(loop, "/etc", [&agent = **agent] { agent.zoneChanged(); });
+  const ZoneWatch zoneWatch(loop, "/etc", [&agent = **agent] { agent.zoneChanged(); });
+  const ProgramWatch programWatch(loop, program, [&launcher] { return launcher.running() > 0; });
   return sd_event_loop(loop);
+}
+
+constexpr std::string_view kHelp = R"(Shows the reminders that Pillora has planned.
+Usage: pillora-agent
+
+It is started by the message bus or at login and takes no arguments but these.
+
+Options:
+  --help                      Print this help and end.
+  --version                   Print the version and end.
+)";
+
+/// What the program does with arguments, which end it.
+int answer(std::string_view argument) {
+  if (argument == "--version") {
+    std::cout << "pillora-agent " << Bundle().shortVersion << '\n';
+  } else if (argument == "--help") {
+    std::cout << kHelp;
+  } else {
+    std::cerr << "pillora-agent: there is no option '" << argument << "'; see pillora-agent --help\n";
+    return 2;
+  }
+  return EXIT_SUCCESS;
 }
 
 }  // namespace
 }  // namespace pillora
 
-int main() {
+int main(int count, char** arguments) {
+  if (count > 1) return pillora::answer(arguments[1]);
   umask(077);
   std::signal(SIGPIPE, SIG_IGN);  // whoever listened to our standard error may be gone
   // The event loop asks for these.
@@ -57,8 +87,11 @@ int main() {
   for (const int signal : {SIGTERM, SIGINT, SIGCHLD}) sigaddset(&awaited, signal);
   sigprocmask(SIG_BLOCK, &awaited, nullptr);
 
-  const auto ended = pillora::run();
-  if (ended) return *ended < 0 ? EXIT_FAILURE : EXIT_SUCCESS;
+  const std::string program = pillora::ownProgram();
+  const auto ended = pillora::run(program);
+  // The same process goes on with the new program: whoever watches over it sees no end.
+  if (ended && *ended == pillora::ProgramWatch::kReplaced) execv(program.c_str(), arguments);
+  if (ended) return *ended == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
   std::fprintf(stderr, "pillora-agent: %s\n", ended.error().description.c_str());
   return EXIT_FAILURE;
 }

@@ -42,13 +42,23 @@ void AgentWorld::startAgent() {
 }
 
 std::vector<std::string> AgentWorld::agentCommand(const std::string& file) const {
-  return {PILLORA_AGENT_UNDER_TEST,
+  return {agentProgram,
           file,
           std::to_string(now.microseconds()),
           taskProgram,
           etc(),
           std::to_string(taskLimits.granted.count()),
           std::to_string(taskLimits.untilKilled.count())};
+}
+
+std::string AgentWorld::agentConnection() const {
+  sd_bus_creds* owner = nullptr;
+  if (sd_bus_get_name_creds(own.get(), kControlName, SD_BUS_CREDS_UNIQUE_NAME, &owner) < 0) return "";
+  const char* name = nullptr;
+  sd_bus_creds_get_unique_name(owner, &name);
+  const std::string found = name != nullptr ? name : "";
+  sd_bus_creds_unref(owner);
+  return found;
 }
 
 int64_t AgentWorld::running() {

@@ -32,6 +32,8 @@ class AgentWorld {
   void killAgent();
   void startServer();
   void stopServer() { server->disappear(); }
+  /// The agent's present connection to the bus; empty when it has none.
+  std::string agentConnection() const;
   /// The folder that stands for /etc.
   std::string etc() const { return folder.path() + "/etc"; }
   /// The command that starts an agent with that file.
@@ -67,6 +69,7 @@ class AgentWorld {
   StartedProgram agent;
   Instant now = at("2025-01-10T12:00:00Z");
   std::string zoneName;
+  std::string agentProgram = PILLORA_AGENT_UNDER_TEST;
   std::string taskProgram = "true";
   ProcessLauncher::Limits taskLimits;
   std::string reminderFile = folder.path() + "/reminders.db";

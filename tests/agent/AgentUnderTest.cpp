@@ -10,10 +10,12 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 
 #include "agent/Agent.h"
 #include "agent/ProcessLauncher.h"
+#include "agent/ProgramWatch.h"
 #include "agent/ZoneWatch.h"
 
 namespace pillora {
@@ -105,7 +107,9 @@ const sd_bus_vtable kControls[] = {
     SD_BUS_VTABLE_END,
 };
 
-Result<int> run(char** arguments) {
+constexpr std::chrono::milliseconds kMoment{20};
+
+Result<int> run(char** arguments, const std::string& program) {
   const Instant now{Instant::Duration(std::atoll(arguments[2]))};
   sd_event* loop = nullptr;
   sd_bus* session = nullptr;
@@ -123,7 +127,8 @@ Result<int> run(char** arguments) {
   const auto agent = Agent::start({session, time, time, zone, launcher}, arguments[1]);
   if (!agent) return agent.error();
   if (*agent == nullptr) return 0;
-  const ZoneWatch watch(loop, arguments[4], [&agent = **agent] { agent.zoneChanged(); });
+  const ZoneWatch zoneWatch(loop, arguments[4], [&agent = **agent] { agent.zoneChanged(); });
+  const ProgramWatch programWatch(loop, program, [&launcher] { return launcher.running() > 0; }, {kMoment, kMoment});
   Controls controls{time, **agent, launcher};
   sd_bus_add_object_vtable(session, nullptr, "/org/pillora/Pillora/AgentUnderTest",
                            "org.pillora.Pillora.AgentUnderTest1", kControls, &controls);
@@ -135,13 +140,16 @@ Result<int> run(char** arguments) {
 }  // namespace pillora
 
 int main(int count, char** arguments) {
+  if (count == 2) return std::string_view(arguments[1]) == "--version" ? 0 : 2;
   if (count != 7) return 2;
   sigset_t awaited;
   sigemptyset(&awaited);
   sigaddset(&awaited, SIGCHLD);
   sigprocmask(SIG_BLOCK, &awaited, nullptr);
-  const auto ended = pillora::run(arguments);
-  if (ended) return *ended < 0 ? 1 : 0;
+  const std::string program = pillora::ownProgram();
+  const auto ended = pillora::run(arguments, program);
+  if (ended && *ended == pillora::ProgramWatch::kReplaced) execv(program.c_str(), arguments);
+  if (ended) return *ended == 0 ? 0 : 1;
   std::fprintf(stderr, "%s\n", ended.error().description.c_str());
   return 1;
 }

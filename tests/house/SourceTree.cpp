@@ -32,7 +32,8 @@ SourceTree SourceTree::read(const fs::path& root) {
   SourceTree tree;
   for (auto entry = fs::recursive_directory_iterator(root); entry != fs::recursive_directory_iterator(); ++entry) {
     if (entry->is_directory() && isForeignFolder(entry->path())) entry.disable_recursion_pending();
-    if (!entry->is_regular_file()) continue;
+    // In a second worktree of a clone .git is a file.
+    if (!entry->is_regular_file() || entry->path().filename() == ".git") continue;
     const std::string path = fs::relative(entry->path(), root);
     std::ostringstream text;
     if (isText(path)) text << std::ifstream(entry->path(), std::ios::binary).rdbuf();
