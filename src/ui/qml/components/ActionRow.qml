@@ -26,7 +26,7 @@ Grid {
 
             width: (grid.width - (grid.columns - 1) * grid.spacing) / grid.columns
             compact: true
-            leftPadding: 6
+            sidePadding: 6
             text: row.title
             symbol: row.symbol ?? ""
             tone: grid.tones[row.id] ?? "blue"

@@ -112,7 +112,7 @@ T.Popup {
                 visible: alert.cancel !== ""
                 width: alert.sideBySide ? (parent.width - 8) / 2 : parent.width
                 text: alert.cancel
-                leftPadding: 8
+                sidePadding: 8
                 tone: "grey"
                 onClicked: alert.cancelled()
             }
@@ -121,7 +121,7 @@ T.Popup {
 
                 width: alert.sideBySide ? (parent.width - 8) / 2 : parent.width
                 text: alert.confirm
-                leftPadding: 8
+                sidePadding: 8
                 kind: "prominent"
                 tone: alert.isDestructive ? "red" : "blue"
                 onClicked: alert.confirmed()

@@ -3,23 +3,42 @@ import QtQuick
 import QtQuick.Layouts
 
 // A filter that is on or off, in its own colour.
-Pressable {
+Checkable {
     id: control
 
-    required property bool isSelected
     property string symbol: ""
     property string tone: "blue"
 
-    leftPadding: 13
-    rightPadding: 15
+    implicitWidth: Math.max(Theme.touch, row.implicitWidth + 28)
+    implicitHeight: Math.max(Theme.touch, row.implicitHeight)
     cornerRadius: 18
     focusTarget: capsule
 
     voice: Accessible.RadioButton
-    Accessible.checkable: true
-    Accessible.checked: isSelected
 
-    contentItem: RowLayout {
+    Rectangle {
+        id: capsule
+
+        y: 4
+        width: parent.width
+        height: parent.height - 8
+        radius: height / 2
+        color: control.isSelected ? Theme.solid(control.tone) : Theme.surface
+        border.width: control.isSelected ? 0 : 1
+        border.color: Theme.separator
+
+        PressTint {
+            anchors.fill: parent
+            radius: parent.radius
+            over: control
+        }
+    }
+    RowLayout {
+        id: row
+
+        anchors.fill: parent
+        anchors.leftMargin: 13
+        anchors.rightMargin: 15
         spacing: 6
 
         Symbol {
@@ -35,25 +54,6 @@ Pressable {
             font.weight: Font.DemiBold
             color: control.isSelected ? Theme.onSolid : Theme.text
             Accessible.ignored: true
-        }
-    }
-    background: Item {
-        Rectangle {
-            id: capsule
-
-            y: 4
-            width: parent.width
-            height: parent.height - 8
-            radius: height / 2
-            color: control.isSelected ? Theme.solid(control.tone) : Theme.surface
-            border.width: control.isSelected ? 0 : 1
-            border.color: Theme.separator
-
-            PressTint {
-                anchors.fill: parent
-                radius: parent.radius
-                over: control
-            }
         }
     }
 }

@@ -2,26 +2,41 @@
 import QtQuick
 
 // A round day: a weekday, a day of the month, a day of a month's sheet.
-Pressable {
+Checkable {
     id: control
 
-    property bool isSelected: false
     property bool isToday: false
     property bool isFaint: false
     property bool filled: true
     property real diameter: 36
 
+    isSelected: false
     implicitWidth: diameter
     implicitHeight: diameter
-    padding: 0
     cornerRadius: diameter / 2
     focusTarget: disc
 
     voice: Accessible.CheckBox
-    Accessible.checkable: true
-    Accessible.checked: isSelected
 
-    contentItem: Label {
+    Rectangle {
+        id: disc
+
+        anchors.centerIn: parent
+        width: control.diameter
+        height: width
+        radius: width / 2
+        color: control.isSelected ? Theme.solid("blue") : control.filled ? Theme.field : "transparent"
+        border.width: control.isToday && !control.isSelected ? 1.5 : 0
+        border.color: Theme.accent
+
+        PressTint {
+            anchors.fill: parent
+            radius: parent.radius
+            over: control
+        }
+    }
+    Label {
+        anchors.fill: parent
         text: control.text
         wrapMode: Text.NoWrap
         fontSizeMode: Text.HorizontalFit
@@ -35,24 +50,5 @@ Pressable {
         color: control.isSelected ? Theme.onSolid : control.isToday ? Theme.accent
             : control.isFaint ? Theme.placeholder : Theme.text
         Accessible.ignored: true
-    }
-    background: Item {
-        Rectangle {
-            id: disc
-
-            anchors.centerIn: parent
-            width: control.diameter
-            height: width
-            radius: width / 2
-            color: control.isSelected ? Theme.solid("blue") : control.filled ? Theme.field : "transparent"
-            border.width: control.isToday && !control.isSelected ? 1.5 : 0
-            border.color: Theme.accent
-
-            PressTint {
-                anchors.fill: parent
-                radius: parent.radius
-                over: control
-            }
-        }
     }
 }

@@ -26,15 +26,23 @@ Card {
         id: head
 
         width: parent.width
-        implicitHeight: implicitContentHeight + 2 * Theme.padding
-        leftPadding: Theme.padding
-        rightPadding: Theme.padding
+        implicitHeight: line.implicitHeight + 2 * Theme.padding
         cornerRadius: Theme.radiusCard
         focusGap: -3
         text: [card.name, card.dosage, card.time, card.badge].join(", ")
         onClicked: card.expanded = !card.expanded
 
-        contentItem: RowLayout {
+        PressTint {
+            anchors.fill: parent
+            radius: Theme.radiusCard
+            over: head
+        }
+        RowLayout {
+            id: line
+
+            x: Theme.padding
+            y: Theme.padding
+            width: parent.width - 2 * Theme.padding
             spacing: 12
 
             MedicineIcon {
@@ -90,10 +98,6 @@ Card {
                     NumberAnimation { duration: Theme.calm; easing.type: Easing.OutCubic }
                 }
             }
-        }
-        background: PressTint {
-            radius: Theme.radiusCard
-            over: head
         }
     }
     Item {

@@ -16,31 +16,26 @@ Pressable {
     cornerRadius: diameter / 2
     focusTarget: disc
 
-    contentItem: Item {
-        Symbol {
-            anchors.centerIn: parent
-            name: control.symbol
-            size: control.symbolSize
-            color: control.kind === "solid" ? Theme.onSolid : Theme.symbol(control.tone)
+    Rectangle {
+        id: disc
+
+        anchors.centerIn: parent
+        width: control.diameter
+        height: control.diameter
+        radius: width / 2
+        color: control.kind === "solid" ? Theme.solid(control.tone)
+            : control.kind === "tinted" ? Theme.tint(control.tone) : "transparent"
+
+        PressTint {
+            anchors.fill: parent
+            radius: parent.radius
+            over: control
         }
     }
-
-    background: Item {
-        Rectangle {
-            id: disc
-
-            anchors.centerIn: parent
-            width: control.diameter
-            height: control.diameter
-            radius: width / 2
-            color: control.kind === "solid" ? Theme.solid(control.tone)
-                : control.kind === "tinted" ? Theme.tint(control.tone) : "transparent"
-
-            PressTint {
-                anchors.fill: parent
-                radius: parent.radius
-                over: control
-            }
-        }
+    Symbol {
+        anchors.centerIn: parent
+        name: control.symbol
+        size: control.symbolSize
+        color: control.kind === "solid" ? Theme.onSolid : Theme.symbol(control.tone)
     }
 }

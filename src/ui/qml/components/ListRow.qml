@@ -16,22 +16,37 @@ Pressable {
     property color symbolColor: Theme.symbol("blue")
     default property alias trailing: slot.data
     readonly property bool stacked: stackable && text !== ""
-        && caption.implicitWidth + slot.implicitWidth + 12 > availableWidth - (symbol === "" ? 0 : 36)
+        && caption.implicitWidth + slot.implicitWidth + 12 > line.width - (symbol === "" ? 0 : 36)
 
     implicitWidth: 328
-    implicitHeight: Math.max(Theme.rowHeight, implicitContentHeight + topPadding + bottomPadding)
-    leftPadding: Theme.padding
-    rightPadding: Theme.padding
-    topPadding: 8
-    bottomPadding: 8
-    cornerRadius: Theme.radius
+    implicitHeight: Math.max(Theme.rowHeight, line.implicitHeight + 16)
     focusGap: -2
     focusTarget: veil
-    hoverEnabled: interactive
-    focusPolicy: interactive ? Qt.StrongFocus : Qt.NoFocus
+    pressable: interactive
     Accessible.ignored: !interactive
 
-    contentItem: RowLayout {
+    Rectangle {
+        visible: control.separated
+        x: Theme.padding
+        width: parent.width - 2 * Theme.padding
+        height: Theme.hairline
+        color: Theme.separator
+    }
+    PressTint {
+        id: veil
+
+        anchors.fill: parent
+        anchors.margins: 4
+        radius: Theme.radius
+        over: control
+    }
+    RowLayout {
+        id: line
+
+        x: Theme.padding
+        y: 8
+        width: parent.width - 2 * Theme.padding
+        height: parent.height - 16
         spacing: 12
         LayoutMirroring.enabled: Theme.mirrored
         LayoutMirroring.childrenInherit: true
@@ -78,24 +93,6 @@ Pressable {
                 implicitHeight: children.length > 0 ? children[0].implicitHeight : 0
                 visible: children.length > 0
             }
-        }
-    }
-
-    background: Item {
-        Rectangle {
-            visible: control.separated
-            x: Theme.padding
-            width: parent.width - 2 * Theme.padding
-            height: Theme.hairline
-            color: Theme.separator
-        }
-        PressTint {
-            id: veil
-
-            anchors.fill: parent
-            anchors.margins: 4
-            radius: Theme.radius
-            over: control
         }
     }
 }

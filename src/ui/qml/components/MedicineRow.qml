@@ -19,16 +19,34 @@ SwipeRow {
         id: face
 
         width: parent.width
-        implicitHeight: Math.max(64, implicitContentHeight + 20)
-        leftPadding: Theme.padding
-        rightPadding: 12
+        implicitHeight: Math.max(64, line.implicitHeight + 20)
         focus: true
         focusGap: -3
         text: [control.row.name, control.row.dosageText, control.row.inactiveBadge, control.row.nextDoseText].filter(part => part).join(", ")
-        Accessible.role: Accessible.Link
+        voice: Accessible.Link
+        longest: control.patience
         onClicked: control.opened()
 
-        contentItem: RowLayout {
+        Rectangle {
+            visible: control.separated
+            x: Theme.padding
+            width: parent.width - 2 * Theme.padding
+            height: Theme.hairline
+            color: Theme.separator
+        }
+        PressTint {
+            anchors.fill: parent
+            anchors.margins: 4
+            radius: Theme.radius
+            over: face
+        }
+        RowLayout {
+            id: line
+
+            x: Theme.padding
+            y: 10
+            width: parent.width - Theme.padding - 12
+            height: parent.height - 20
             spacing: 12
 
             MedicineIcon {
@@ -83,21 +101,6 @@ SwipeRow {
                 name: control.row.chevron
                 size: 16
                 color: Theme.placeholder
-            }
-        }
-        background: Item {
-            Rectangle {
-                visible: control.separated
-                x: Theme.padding
-                width: parent.width - 2 * Theme.padding
-                height: Theme.hairline
-                color: Theme.separator
-            }
-            PressTint {
-                anchors.fill: parent
-                anchors.margins: 4
-                radius: Theme.radius
-                over: face
             }
         }
     }

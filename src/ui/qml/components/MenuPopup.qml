@@ -89,36 +89,39 @@ T.Popup {
             return -1
         }
 
-        Keys.onReturnPressed: (currentItem as T.AbstractButton)?.clicked()
-        Keys.onEnterPressed: (currentItem as T.AbstractButton)?.clicked()
-        Keys.onSpacePressed: (currentItem as T.AbstractButton)?.clicked()
+        Keys.onReturnPressed: (currentItem as Pressable)?.activate()
+        Keys.onEnterPressed: (currentItem as Pressable)?.activate()
+        Keys.onSpacePressed: (currentItem as Pressable)?.activate()
 
-        delegate: T.AbstractButton {
+        delegate: Pressable {
             id: item
 
             required property var model
             required property int index
-            readonly property var row: model.row ?? model.modelData
+            readonly property var row: model.modelData ?? model.row
             readonly property bool isSelected: popup.selected !== null && row.id === popup.selected
 
             width: ListView.view.width
             implicitHeight: Math.max(Theme.touch, title.implicitHeight + 14)
+            takesFocus: false
             text: row.title
-            hoverEnabled: true
+            voice: Accessible.MenuItem
+            Accessible.checkable: popup.selected !== null
+            Accessible.checked: isSelected
             onClicked: {
                 popup.close()
                 popup.picked(row.id)
             }
-            onImplicitContentWidthChanged: list.widest = Math.max(list.widest, implicitContentWidth)
 
-            Accessible.role: Accessible.MenuItem
-            Accessible.name: text
-            Accessible.checkable: popup.selected !== null
-            Accessible.checked: isSelected
-            Accessible.onPressAction: item.clicked()
-
-            contentItem: RowLayout {
+            Rectangle {
+                anchors.fill: parent
+                radius: Theme.radius - 2
+                color: item.down ? Theme.press : item.hovered || item.ListView.isCurrentItem ? Theme.hover : "transparent"
+            }
+            RowLayout {
+                anchors.fill: parent
                 spacing: 10
+                onImplicitWidthChanged: list.widest = Math.max(list.widest, implicitWidth)
 
                 Symbol {
                     Layout.leftMargin: 10
@@ -145,10 +148,6 @@ T.Popup {
                     size: Theme.body * 1.15
                     color: item.row.isDestructive ? Theme.symbol("red") : Theme.secondary
                 }
-            }
-            background: Rectangle {
-                radius: Theme.radius - 2
-                color: item.down ? Theme.press : item.hovered || item.ListView.isCurrentItem ? Theme.hover : "transparent"
             }
         }
     }

@@ -11,44 +11,15 @@ Pressable {
     property string tone: "blue"
     property bool compact: false
     property bool bold: kind !== "plain"
+    property real sidePadding: kind === "plain" ? 10 : compact ? 14 : 20
+    readonly property real endPadding: compact ? 8 : 11
     readonly property color inkColor: kind === "prominent" ? Theme.onSolid : Theme.ink(tone)
 
-    leftPadding: kind === "plain" ? 10 : compact ? 14 : 20
-    rightPadding: leftPadding
-    topPadding: compact ? 8 : 11
-    bottomPadding: topPadding
-    cornerRadius: Theme.radius
+    implicitWidth: Math.max(Theme.touch, row.implicitWidth + 2 * sidePadding)
+    implicitHeight: Math.max(Theme.touch, row.implicitHeight + 2 * endPadding)
 
-    contentItem: Item {
-        implicitWidth: row.implicitWidth
-        implicitHeight: row.implicitHeight
-
-        RowLayout {
-            id: row
-
-            anchors.centerIn: parent
-            width: Math.min(implicitWidth, parent.width)
-            spacing: control.compact ? 5 : 7
-
-            Symbol {
-                visible: control.symbol !== ""
-                name: control.symbol
-                size: (control.compact ? Theme.subheadline : Theme.headline) * 1.12
-                color: control.inkColor
-            }
-            Label {
-                Layout.fillWidth: true
-                text: control.text
-                color: control.inkColor
-                horizontalAlignment: Text.AlignHCenter
-                size: control.compact ? Theme.subheadline : Theme.headline
-                font.weight: control.bold ? Font.DemiBold : Font.Medium
-                Accessible.ignored: true
-            }
-        }
-    }
-
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         radius: control.cornerRadius
         color: control.kind === "prominent" ? Theme.solid(control.tone)
             : control.kind === "plain" ? "transparent" : Theme.tint(control.tone)
@@ -57,6 +28,29 @@ Pressable {
             anchors.fill: parent
             radius: parent.radius
             over: control
+        }
+    }
+    RowLayout {
+        id: row
+
+        anchors.centerIn: parent
+        width: Math.min(implicitWidth, parent.width - 2 * control.sidePadding)
+        spacing: control.compact ? 5 : 7
+
+        Symbol {
+            visible: control.symbol !== ""
+            name: control.symbol
+            size: (control.compact ? Theme.subheadline : Theme.headline) * 1.12
+            color: control.inkColor
+        }
+        Label {
+            Layout.fillWidth: true
+            text: control.text
+            color: control.inkColor
+            horizontalAlignment: Text.AlignHCenter
+            size: control.compact ? Theme.subheadline : Theme.headline
+            font.weight: control.bold ? Font.DemiBold : Font.Medium
+            Accessible.ignored: true
         }
     }
 }

@@ -1,35 +1,64 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
-import QtQuick.Templates as T
+import Pillora
 
 // What every button is: pressed by touch, mouse, Space, Return and by a screen reader alike, with a visible focus.
-T.AbstractButton {
+FocusItem {
     id: control
 
+    property string text: ""
+    property int voice: Accessible.Button
+    property bool pressable: true
+    property bool takesFocus: true
+    property real longest: 3600  // the seconds after which a press no longer counts
     property real cornerRadius: Theme.radius
     property real focusGap: 2
     property Item focusTarget: control
-    property int voice: Accessible.Button
+    readonly property bool down: tap.pressed && enabled
+    readonly property bool hovered: hover.hovered && enabled
+    signal clicked
 
     // As if it had been pressed.
     function activate() {
-        if (enabled)
+        if (enabled && pressable)
             clicked()
     }
+    function press(event: KeyEvent) {
+        if (!event.isAutoRepeat)
+            activate()
+    }
 
-    implicitWidth: Math.max(Theme.touch, implicitContentWidth + leftPadding + rightPadding)
-    implicitHeight: Math.max(Theme.touch, implicitContentHeight + topPadding + bottomPadding)
-    hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    implicitWidth: Theme.touch
+    implicitHeight: Theme.touch
+    activeFocusOnTab: pressable && takesFocus
     opacity: enabled ? 1 : Theme.disabledOpacity
 
-    Keys.onReturnPressed: control.activate()
-    Keys.onEnterPressed: control.activate()
+    Keys.onSpacePressed: event => press(event)
+    Keys.onReturnPressed: event => press(event)
+    Keys.onEnterPressed: event => press(event)
+    Keys.onSelectPressed: event => press(event)
 
     Accessible.role: voice
-    Accessible.name: control.text
-    Accessible.onPressAction: control.activate()
+    Accessible.name: text
+    Accessible.focusable: activeFocusOnTab
+    Accessible.onPressAction: activate()
 
+    HoverHandler {
+        id: hover
+
+        enabled: control.pressable
+    }
+    TapHandler {
+        id: tap
+
+        enabled: control.pressable
+        // The button alone has the press, until a list that scrolls or a row that is swiped takes it.
+        gesturePolicy: TapHandler.ReleaseWithinBounds
+        longPressThreshold: control.longest
+        onPressedChanged: if (pressed && control.takesFocus)
+            control.forceActiveFocus(Qt.MouseFocusReason)
+        onTapped: control.clicked()
+    }
     FocusRing {
         parent: control.focusTarget
         shown: control.visualFocus

@@ -33,7 +33,7 @@ TextField {
         symbolSize: 20
         tone: "grey"
         text: control.clearName
-        focusPolicy: Qt.NoFocus
+        takesFocus: false
         onClicked: control.empty()
     }
 }

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
-import QtQuick.Templates as T
 
 // One of a few choices, all in sight. `options` are rows with `id`, `title` and `isSelected`.
-T.Control {
+Rectangle {
     id: control
 
     required property string name
@@ -12,8 +11,8 @@ T.Control {
 
     implicitWidth: 328
     implicitHeight: Math.max(Theme.touch, 6 + 16 + Theme.subheadline * 1.25)
-    leftPadding: 3
-    rightPadding: 3
+    radius: Theme.radius
+    color: Theme.field
     opacity: enabled ? 1 : Theme.disabledOpacity
 
     Accessible.role: Accessible.PageTabList
@@ -27,12 +26,12 @@ T.Control {
         next.activate()
     }
 
-    background: Rectangle {
-        color: Theme.field
-        radius: Theme.radius
-    }
+    Row {
+        id: line
 
-    contentItem: Row {
+        x: 3
+        width: parent.width - 6
+        height: parent.height
         LayoutMirroring.enabled: Theme.mirrored
 
         Repeater {
@@ -47,22 +46,41 @@ T.Control {
                 required property int index
                 readonly property bool isSelected: row.isSelected
 
-                width: control.availableWidth / repeater.count
-                height: control.availableHeight
+                width: line.width / repeater.count
+                height: line.height
                 text: row.title
                 cornerRadius: Theme.radius - 3
                 focusGap: -2
                 focusTarget: face
-                padding: 2
 
                 onClicked: control.picked(row.id)
                 Keys.onLeftPressed: control.move(index, Theme.mirrored ? 1 : -1)
                 Keys.onRightPressed: control.move(index, Theme.mirrored ? -1 : 1)
 
                 voice: Accessible.PageTab
+                Accessible.selectable: true
                 Accessible.selected: isSelected
 
-                contentItem: Label {
+                Rectangle {
+                    id: face
+
+                    y: 3
+                    width: parent.width
+                    height: parent.height - 6
+                    radius: segment.cornerRadius
+                    color: segment.isSelected ? Theme.segment : "transparent"
+
+                    PressTint {
+                        anchors.fill: parent
+                        radius: parent.radius
+                        over: segment
+                        visible: !segment.isSelected
+                    }
+                }
+                Label {
+                    x: 2
+                    width: parent.width - 4
+                    height: parent.height
                     text: segment.text
                     verticalAlignment: Text.AlignVCenter
                     horizontalAlignment: Text.AlignHCenter
@@ -73,24 +91,6 @@ T.Control {
                     font.weight: segment.isSelected ? Font.DemiBold : Font.Medium
                     color: segment.isSelected ? Theme.text : Theme.secondary
                     Accessible.ignored: true
-                }
-                background: Item {
-                    Rectangle {
-                        id: face
-
-                        y: 3
-                        width: parent.width
-                        height: parent.height - 6
-                        radius: segment.cornerRadius
-                        color: segment.isSelected ? Theme.segment : "transparent"
-
-                        PressTint {
-                            anchors.fill: parent
-                            radius: parent.radius
-                            over: segment
-                            visible: !segment.isSelected
-                        }
-                    }
                 }
             }
         }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
-import QtQuick.Templates as T
+import Pillora
 
 // Minus and plus. It only says which was pressed: the next value is the content's business. Up and Down step too.
-T.Control {
+FocusItem {
     id: control
 
     required property string name
@@ -15,7 +15,7 @@ T.Control {
 
     implicitWidth: 89
     implicitHeight: Theme.touch
-    focusPolicy: Qt.StrongFocus
+    activeFocusOnTab: true
     opacity: enabled ? 1 : Theme.disabledOpacity
 
     function step(up: bool) {
@@ -35,10 +35,11 @@ T.Control {
 
     Accessible.role: Accessible.SpinBox
     Accessible.name: name
+    Accessible.focusable: true
     Accessible.onIncreaseAction: step(true)
     Accessible.onDecreaseAction: step(false)
 
-    background: Rectangle {
+    Rectangle {
         y: (parent.height - height) / 2
         height: 36
         width: parent.width
@@ -50,8 +51,7 @@ T.Control {
             cornerRadius: parent.radius
         }
     }
-
-    contentItem: Row {
+    Row {
         LayoutMirroring.enabled: Theme.mirrored
 
         StepperHalf {

@@ -2,11 +2,10 @@
 import QtQuick
 
 // A colour to pick. The selected one carries a white ring.
-Pressable {
+Checkable {
     id: control
 
     required property string color
-    required property bool isSelected
     property real diameter: 44
 
     implicitWidth: diameter
@@ -15,43 +14,37 @@ Pressable {
     focusTarget: disc
 
     voice: Accessible.RadioButton
-    Accessible.checkable: true
-    Accessible.checked: isSelected
 
-    contentItem: Item {
-        Rectangle {
-            anchors.centerIn: parent
-            visible: control.isSelected
-            width: control.diameter - 10
-            height: width
-            radius: width / 2
-            color: "transparent"
-            border.width: 3
-            border.color: "#ffffff"
-        }
-        Symbol {
-            anchors.centerIn: parent
-            visible: control.isSelected
-            name: "checkmark"
-            size: control.diameter * 0.42
-            color: "#ffffff"
+    Rectangle {
+        id: disc
+
+        anchors.centerIn: parent
+        width: control.diameter
+        height: width
+        radius: width / 2
+        color: control.isSelected ? Theme.solid(control.color) : Theme.fill(control.color)
+
+        PressTint {
+            anchors.fill: parent
+            radius: parent.radius
+            over: control
         }
     }
-    background: Item {
-        Rectangle {
-            id: disc
-
-            anchors.centerIn: parent
-            width: control.diameter
-            height: width
-            radius: width / 2
-            color: control.isSelected ? Theme.solid(control.color) : Theme.fill(control.color)
-
-            PressTint {
-                anchors.fill: parent
-                radius: parent.radius
-                over: control
-            }
-        }
+    Rectangle {
+        anchors.centerIn: parent
+        visible: control.isSelected
+        width: control.diameter - 10
+        height: width
+        radius: width / 2
+        color: "transparent"
+        border.width: 3
+        border.color: "#ffffff"
+    }
+    Symbol {
+        anchors.centerIn: parent
+        visible: control.isSelected
+        name: "checkmark"
+        size: control.diameter * 0.42
+        color: "#ffffff"
     }
 }

@@ -10,6 +10,7 @@ FocusScope {
     property string removeSymbol: "trash"
     default property alias content: cover.data
     readonly property real reach: 92
+    readonly property real patience: 0.8  // a press that lasts longer opens the menu
     readonly property int side: Theme.mirrored ? 1 : -1
     property bool open: false
     signal removed
@@ -39,7 +40,20 @@ FocusScope {
             swipe.removed()
         }
 
-        contentItem: Item {
+        Rectangle {
+            anchors.fill: parent
+            anchors.margins: 4
+            radius: Theme.radius
+            color: Theme.solid("red")
+
+            PressTint {
+                anchors.fill: parent
+                radius: parent.radius
+                over: remover
+            }
+        }
+        Item {
+            anchors.fill: parent
             clip: true
 
             Column {
@@ -64,20 +78,6 @@ FocusScope {
                     size: Theme.caption
                     font.weight: Font.DemiBold
                     Accessible.ignored: true
-                }
-            }
-        }
-        background: Item {
-            Rectangle {
-                anchors.fill: parent
-                anchors.margins: 4
-                radius: Theme.radius
-                color: Theme.solid("red")
-
-                PressTint {
-                    anchors.fill: parent
-                    radius: parent.radius
-                    over: remover
                 }
             }
         }
@@ -120,6 +120,7 @@ FocusScope {
     }
     TapHandler {
         acceptedDevices: PointerDevice.TouchScreen
+        longPressThreshold: swipe.patience
         onLongPressed: menu.open()
     }
 

@@ -16,11 +16,11 @@ ListRow {
     voice: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: row.isOn
-    Accessible.onToggleAction: control.activate()
+    Accessible.onToggleAction: activate()
 
     Toggle {
         isOn: control.row.isOn
-        focusPolicy: Qt.NoFocus
+        takesFocus: false
         opacity: 1
         Accessible.ignored: true
         onToggled: isOn => control.edited(isOn)
