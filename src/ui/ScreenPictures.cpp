@@ -37,63 +37,120 @@ void movePointerAway(QQuickWindow& window) {
   QCoreApplication::sendEvent(&window, &move);
 }
 
+struct Look {
+  const char* name;
+  QSize size;
+  bool isDark = false, isMirrored = false;
+  double fontScale = 1;
+};
+
+void show(const Look& look, QQuickWindow& window, Appearance& appearance) {
+  appearance.setProperty("dark", look.isDark);
+  appearance.setProperty("mirrored", look.isMirrored);
+  appearance.setFontScale(look.fontScale);
+  window.resize(look.size);
+  movePointerAway(window);
+}
+
+/// "today-360x720-light.png"
+QString fileName(const Scene& scene, const Look& look) {
+  return QStringLiteral("%1-%2x%3-%4.png")
+      .arg(QLatin1String(scene.name))
+      .arg(look.size.width())
+      .arg(look.size.height())
+      .arg(QLatin1String(look.name));
+}
+
 }  // namespace
 
 std::vector<Scene> allScenes() {
   const auto tab = [](int tag) { return [tag](AppModel& app) { app.root()->select(tag); }; };
   const auto goBack = [](AppModel& app) { app.detail()->goBack(); };
+  const auto openDetail = [](AppModel& app) {
+    app.root()->select(2);
+    app.detail()->open(firstMedicine(app));
+  };
+  const auto closeForm = [](AppModel& app) { app.addMedicine()->press(QStringLiteral("cancel")); };
+  const auto openForm = [](const char* kind) {
+    return [kind](AppModel& app) {
+      app.addMedicine()->open();
+      app.addMedicine()->choose(QStringLiteral("intervalType"), QLatin1String(kind));
+    };
+  };
+  const auto openFormSheet = [](const char* row) {
+    return [row](AppModel& app) {
+      app.addMedicine()->open();
+      app.addMedicine()->openSheet(QLatin1String(row));
+    };
+  };
+  const auto closeSettingsSheets = [](AppModel& app) { app.settings()->closeSheets(); };
   return {{"today", tab(0)},
           {"upcoming", tab(1)},
           {"medicines", tab(2)},
-          {"detail",
-           [](AppModel& app) {
-             app.root()->select(2);
-             app.detail()->open(firstMedicine(app));
-           },
-           goBack},
+          {"detail", openDetail, goBack, true},
           {"detail-editing",
-           [](AppModel& app) {
-             app.detail()->open(firstMedicine(app));
+           [openDetail](AppModel& app) {
+             openDetail(app);
              app.detail()->press(QStringLiteral("edit"));
            },
-           goBack},
-          {"add-medicine", [](AppModel& app) { app.addMedicine()->open(); },
-           [](AppModel& app) { app.addMedicine()->press(QStringLiteral("cancel")); }},
+           goBack, true},
+          {"detail-delete",
+           [openDetail](AppModel& app) {
+             openDetail(app);
+             app.detail()->press(QStringLiteral("delete"));
+           },
+           [goBack](AppModel& app) {
+             app.detail()->dismissDeleteAlert();
+             goBack(app);
+           }},
+          {"add-medicine", openForm("daily"), closeForm, true},
+          {"add-hourly", openForm("hourly"), closeForm, true},
+          {"add-weekly", openForm("weekly"), closeForm, true},
+          {"add-monthly", openForm("monthly"), closeForm, true},
+          {"add-custom", openForm("custom"), closeForm, true},
+          {"month-sheet", openFormSheet("startDate"), closeForm},
+          {"time-sheet", openFormSheet("dailyTimes-0"), closeForm},
           {"history", tab(3)},
-          {"settings", tab(4)},
-          {"backup", [](AppModel& app) { app.settings()->press(QStringLiteral("createBackup")); },
-           [](AppModel& app) { app.settings()->closeSheets(); }},
+          {"settings", tab(4), [](AppModel&) {}, true},
+          {"backup", [](AppModel& app) { app.settings()->press(QStringLiteral("createBackup")); }, closeSettingsSheets},
           {"restore", [](AppModel& app) { app.settings()->press(QStringLiteral("restoreFromBackup")); },
-           [](AppModel& app) { app.settings()->closeSheets(); }}};
+           closeSettingsSheets},
+          {"lock",
+           [](AppModel& app) {
+             app.settings()->setOn(QStringLiteral("requireAuthentication"), true);
+             app.setScenePhase(ScenePhase::background);
+           },
+           [](AppModel& app) { app.settings()->setOn(QStringLiteral("requireAuthentication"), false); }}};
 }
 
 bool drawScreens(AppModel& app, QQuickWindow& window, Appearance& appearance, const QString& folder) {
+  constexpr QSize kPhone(360, 720), kDesktop(1000, 700), kLong(360, 2000);
+  const Look looks[] = {{"light", kPhone},
+                        {.name = "dark", .size = kPhone, .isDark = true},
+                        {"light", kDesktop},
+                        {.name = "dark", .size = kDesktop, .isDark = true},
+                        {"long", kLong},
+                        {.name = "mirrored", .size = kPhone, .isMirrored = true},
+                        {.name = "large", .size = kPhone, .fontScale = 1.5}};
   QTextStream out(stdout);
   const QDir place(folder);
   bool isFine = place.mkpath(QStringLiteral("."));
   appearance.setProperty("reducedMotion", true);
   app.appeared();
   window.show();
-  for (const bool isDark : {false, true}) {
-    appearance.setProperty("dark", isDark);
-    for (const QSize size : {QSize(360, 720), QSize(1000, 700)}) {
-      window.resize(size);
-      movePointerAway(window);
-      for (const Scene& scene : allScenes()) {
-        scene.enter(app);
-        settle();
-        window.grabWindow();  // texts take their lines
-        settle();
-        const QString name = QStringLiteral("%1-%2x%3-%4.png")
-                                 .arg(QLatin1String(scene.name))
-                                 .arg(size.width())
-                                 .arg(size.height())
-                                 .arg(isDark ? QLatin1String("dark") : QLatin1String("light"));
-        isFine = window.grabWindow().save(place.filePath(name)) && isFine;
-        out << place.filePath(name) << '\n';
-        scene.leave(app);
-        settle();
-      }
+  for (const Look& look : looks) {
+    show(look, window, appearance);
+    for (const Scene& scene : allScenes()) {
+      if (look.size == kLong && !scene.isLong) continue;
+      scene.enter(app);
+      settle();
+      window.grabWindow();  // texts take their lines
+      settle();
+      const QString path = place.filePath(fileName(scene, look));
+      isFine = window.grabWindow().save(path) && isFine;
+      out << path << '\n';
+      scene.leave(app);
+      settle();
     }
   }
   return isFine;

@@ -16,13 +16,16 @@ struct Scene {
   const char* name;
   std::function<void(AppModel&)> enter;
   std::function<void(AppModel&)> leave = [](AppModel&) {};
+  bool isLong = false;  ///< goes on below the foot of a phone
 };
 
-/// Every screen of the app. The list of medicines is not empty.
+/// Every screen of the app, with its sheets. The list of medicines is not empty.
 std::vector<Scene> allScenes();
 
-/// Draws every screen as the window shows it, in light and dark, on a phone and on a desktop, into PNG files in the
-/// folder, and prints their names. Answers false when one could not be written. The app is left in some state.
+/// Draws every screen as the window shows it into PNG files in the folder, and prints their names: light and dark, on a
+/// phone and on a desktop; on a phone also from right to left and with letters half as large again; and what goes on
+/// below a phone's foot in one long picture. Answers false when one could not be written. The app is left in some
+/// state.
 bool drawScreens(AppModel& app, QQuickWindow& window, Appearance& appearance, const QString& folder);
 
 }  // namespace pillora

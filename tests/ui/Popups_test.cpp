@@ -120,5 +120,49 @@ TEST_F(Popups, aSheetGivesTheFocusBack) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return find("behind")->hasActiveFocus(); }));
 }
 
+TEST_F(Popups, whatOpensAgainStandsWhereItStoodFirst) {
+  for (const bool moves : {false, true}) {
+    appearance_.setProperty("reducedMotion", !moves);
+    showOver("Sheet { id: over; shown: page.up; title: 'Restore'; Text { objectName: 'inside'; text: 'Inside' } }");
+    const QQuickItem* const inside = find("inside");
+    const auto rests = [&](bool isUp) {
+      return QTest::qWaitFor([&] { return inside->isVisible() == isUp; }) &&
+             QTest::qWaitFor([&] { return !isUp || inside->mapToScene({}).y() < 200; });
+    };
+    for (const bool isUp : {true, false, true, false, true}) {
+      find("page")->setProperty("up", isUp);
+      EXPECT_TRUE(rests(isUp)) << (isUp ? "opening" : "closing") << (moves ? " with motion" : "");
+    }
+  }
+}
+
+// The words of an alert come with the same change that opens it, in no certain order.
+TEST_F(Popups, anAlertBegunByItsContentHasTheHarmlessButtonInFocus) {
+  ASSERT_NE(show("Item { id: page; objectName: 'page'; property string told; property var asked: null\n"
+                 " AlertDialog { shown: page.asked !== null; title: page.asked?.title ?? ''; "
+                 "cancel: page.asked?.cancel ?? ''; confirm: page.asked?.confirm ?? ''\n"
+                 " onCancelled: page.told += 'cancelled'; onConfirmed: page.told += 'confirmed' }\n"
+                 " function ask() { asked = { title: 'Delete Medicine?', cancel: 'Cancel', confirm: 'Delete' } } }"),
+            nullptr);
+  for (int time = 0; time < 2; ++time) {
+    QMetaObject::invokeMethod(find("page"), "ask");
+    settle();
+    press(Qt::Key_Return);
+    EXPECT_EQ(told(), "cancelled");
+    find("page")->setProperty("asked", QVariant::fromValue(nullptr));
+    settle();
+  }
+}
+
+TEST_F(Popups, aCardIsAsHighAsWhatItHolds) {
+  showOver(
+      "ModalCard { shown: page.up; width: 200; padding: 10; Item { objectName: 'inside'; width: 20; height: 300 } }");
+  const QQuickItem* const inside = find("inside");
+  const QQuickItem* card = inside;
+  while (card->parentItem() != nullptr && card->width() != 200) card = card->parentItem();
+  EXPECT_EQ(card->height(), 320);
+  EXPECT_EQ(inside->mapToScene({}).y(), (640 - 320) / 2 + 10);
+}
+
 }  // namespace
 }  // namespace pillora

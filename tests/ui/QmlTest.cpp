@@ -74,7 +74,7 @@ void QmlTest::settle() {
 }
 
 QQuickItem* QmlTest::find(const QString& name) {
-  QQuickItem* const item = findIn(made_ ? made_.get() : view_.rootObject(), name);
+  QQuickItem* const item = findIn(view_.contentItem(), name);
   EXPECT_NE(item, nullptr) << name.toStdString();
   return item;
 }

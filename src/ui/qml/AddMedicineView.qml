@@ -25,10 +25,10 @@ Sheet {
     }
     MonthDialog {
         form: sheet.model
-        month: sheet.form.monthSheet
+        month: sheet.shown ? sheet.form.monthSheet : null
     }
     TimeDialog {
         form: sheet.model
-        time: sheet.form.timeSheet
+        time: sheet.shown ? sheet.form.timeSheet : null
     }
 }

@@ -49,7 +49,7 @@ FocusScope {
         }
     }
     AlertDialog {
-        shown: page.detail.deleteAlert !== null
+        shown: page.model.isOpen && page.detail.deleteAlert !== null
         title: page.detail.deleteAlert?.title ?? ""
         message: page.detail.deleteAlert?.message ?? ""
         cancel: page.detail.deleteAlert?.cancel ?? ""
@@ -60,6 +60,6 @@ FocusScope {
     }
     MonthDialog {
         form: page.model
-        month: page.detail.monthSheet
+        month: page.model.isOpen ? page.detail.monthSheet : null
     }
 }

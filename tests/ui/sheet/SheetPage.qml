@@ -7,7 +7,6 @@ TodayPage {
     Sheet {
         shown: true
         title: "Create Backup"
-        wanted: 240
         toolbar: Sample.rows([{ id: "cancel", slot: "cancellation", title: "Cancel", symbol: null, isEnabled: true, isSemibold: false, menu: [] }])
 
         ScrollArea {

@@ -1,45 +1,25 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 import Pillora
-import QtQuick.Templates as T
 
 // The month to pick a day from, over the form that asked. `month` is the open sheet's content, or null.
-T.Popup {
+ModalCard {
     id: dialog
 
     required property FormModel form
     required property var month
     property var last: null
 
-    parent: T.Overlay.overlay
-    width: Math.min(360, (parent ? parent.width : 360) - 32)
-    x: parent ? (parent.width - width) / 2 : 0
-    y: parent ? (parent.height - height) / 2 : 0
+    onMonthChanged: if (month)
+        last = month
+    shown: month !== null
+    name: last?.title ?? ""
+    width: Math.min(360, roomWide - 32)
     padding: 12
-    modal: true
-    focus: true
-    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+    onDismissed: form.closeSheet()
 
-    onMonthChanged: {
-        if (month)
-            last = month
-        month ? open() : close()
-    }
-    onClosed: form.closeSheet()
-
-    T.Overlay.modal: Rectangle {
-        color: Theme.backdrop
-    }
-    background: Rectangle {
-        radius: Theme.radiusSheet
-        color: Theme.raised
-
-        Shadow {
-            z: -1
-            radius: parent.radius
-        }
-    }
-    contentItem: Loader {
+    Loader {
+        width: parent.width
         active: dialog.last !== null
         focus: true
 

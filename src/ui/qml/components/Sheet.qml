@@ -1,81 +1,37 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
-import QtQuick.Layouts
-import QtQuick.Templates as T
 
-// A page that slides up over the others: from the lower edge of a phone, as a card on a desktop. It shows and hides
-// as `shown` says; Esc, the way back and the dimmed outside only ask for that with dismissed().
-T.Popup {
+// A page that slides up over the others: from the lower edge of a phone, as a card on a desktop.
+Modal {
     id: sheet
 
-    required property bool shown
     property string title: ""
     property var toolbar: null
-    property real wanted: 0  // the height of what is inside, where that is less than a page
-    default property alias content: body.data
-    signal dismissed
+    default property alias page: body.data
     signal triggered(string id)
 
-    readonly property real roomWide: parent ? parent.width : 360
-    readonly property real roomHigh: parent ? parent.height : 720
     readonly property bool floating: roomWide >= 640
+    property real away: 0  // how far it has slid out, 1 for wholly
 
-    parent: T.Overlay.overlay
+    name: title
+    asksOutside: floating
     width: floating ? Math.min(540, roomWide - 96) : roomWide
-    height: Math.min(floating ? Math.min(720, roomHigh - 64) : roomHigh - 28, wanted > 0 ? wanted + bar.height : 720 + roomHigh)
+    height: floating ? Math.min(720, roomHigh - 64) : roomHigh - 28
     x: (roomWide - width) / 2
-    y: floating ? (roomHigh - height) / 2 : roomHigh - height
-    modal: true
-    focus: true
-    padding: 0
-    closePolicy: T.Popup.NoAutoClose
-
-    // The focus returns to where it was.
-    property Item before: null
-    property bool beforeShown: false
-
-    onAboutToShow: {
-        before = parent?.Window.window?.activeFocusItem ?? null
-        beforeShown = before?.visualFocus ?? false
-    }
-    onClosed: before?.forceActiveFocus(beforeShown ? Qt.TabFocusReason : Qt.PopupFocusReason)
-
-    onShownChanged: shown ? open() : close()
-    Component.onCompleted: if (shown)
-        open()
-
-    T.Overlay.modal: Rectangle {
-        color: Theme.backdrop
-
-        TapHandler {
-            enabled: sheet.floating
-            onTapped: sheet.dismissed()
-        }
-        Behavior on opacity {
-            NumberAnimation { duration: Theme.calm }
-        }
-    }
+    y: (floating ? (roomHigh - height) / 2 : roomHigh - height) + away * height
 
     enter: Transition {
-        NumberAnimation {
-            property: "y"
-            from: sheet.roomHigh
-            duration: Theme.calm
-            easing.type: Easing.OutCubic
-        }
+        NumberAnimation { property: "away"; from: 1; to: 0; duration: Theme.calm; easing.type: Easing.OutCubic }
     }
     exit: Transition {
-        NumberAnimation {
-            property: "y"
-            to: sheet.roomHigh
-            duration: Theme.calm
-            easing.type: Easing.InCubic
-        }
+        NumberAnimation { property: "away"; from: 0; to: 1; duration: Theme.calm; easing.type: Easing.InCubic }
     }
 
     background: Rectangle {
         radius: Theme.radiusSheet
         color: Theme.background
+        border.width: Theme.dark ? Theme.hairline : 0
+        border.color: Theme.separator
 
         Shadow {
             z: -1
@@ -83,23 +39,14 @@ T.Popup {
         }
         Rectangle {
             visible: !sheet.floating
-            y: parent.height - height
+            y: Theme.radiusSheet
             width: parent.width
-            height: Theme.radiusSheet
+            height: parent.height - y
             color: Theme.background
         }
     }
 
-    contentItem: FocusScope {
-        focus: true
-        LayoutMirroring.enabled: Theme.mirrored
-        LayoutMirroring.childrenInherit: true
-        Accessible.role: Accessible.Dialog
-        Accessible.name: sheet.title
-
-        Keys.onEscapePressed: sheet.dismissed()
-        Keys.onBackPressed: sheet.dismissed()
-
+    content: [
         NavigationBar {
             id: bar
 
@@ -107,7 +54,7 @@ T.Popup {
             title: sheet.title
             toolbar: sheet.toolbar
             onTriggered: id => sheet.triggered(id)
-        }
+        },
         Item {
             id: body
 
@@ -115,5 +62,5 @@ T.Popup {
             anchors.bottom: parent.bottom
             width: parent.width
         }
-    }
+    ]
 }

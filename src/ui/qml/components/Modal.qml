@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import QtQuick.Templates as T
+
+// What lies over everything else and keeps keys and pointer to itself. It shows and hides as `shown` says; Esc, the way
+// back and, where allowed, the dimmed outside only ask for that with dismissed(). The focus returns to where it was.
+T.Popup {
+    id: modal
+
+    required property bool shown
+    property string name: ""
+    property string description: ""
+    property int role: Accessible.Dialog
+    property bool asksOutside: true
+    default property alias content: scope.data
+    signal dismissed
+
+    readonly property real roomWide: parent ? parent.width : 360
+    readonly property real roomHigh: parent ? parent.height : 720
+    property Item before: null
+    property bool beforeShown: false
+
+    // Later in the turn, when everything else that the content decides has its value as well.
+    function follow() {
+        shown ? open() : close()
+    }
+
+    parent: T.Overlay.overlay
+    modal: true
+    focus: true
+    padding: 0
+    closePolicy: T.Popup.NoAutoClose
+
+    onShownChanged: Qt.callLater(follow)
+    Component.onCompleted: Qt.callLater(follow)
+    onAboutToShow: {
+        before = parent?.Window.window?.activeFocusItem ?? null
+        beforeShown = before?.visualFocus ?? false
+    }
+    onClosed: before?.forceActiveFocus(beforeShown ? Qt.TabFocusReason : Qt.PopupFocusReason)
+
+    T.Overlay.modal: Rectangle {
+        color: Theme.backdrop
+
+        TapHandler {
+            enabled: modal.asksOutside
+            onTapped: modal.dismissed()
+        }
+        Behavior on opacity {
+            NumberAnimation { duration: Theme.calm }
+        }
+    }
+
+    contentItem: FocusScope {
+        id: scope
+
+        focus: true
+        LayoutMirroring.enabled: Theme.mirrored
+        LayoutMirroring.childrenInherit: true
+        Accessible.role: modal.role
+        Accessible.name: modal.name
+        Accessible.description: modal.description
+
+        Keys.onEscapePressed: modal.dismissed()
+        Keys.onBackPressed: modal.dismissed()
+    }
+}
