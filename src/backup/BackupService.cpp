@@ -98,7 +98,7 @@ Result<std::string> create(const BackupEnvironment& environment, bool isCloud, c
   for (const MedicineSnapshot& medicine : snapshot.medicines) backup.medicines.push_back(backupOf(medicine));
   backup.settings = snapshot.settings;
   backup.createdAt = environment.clock.now();
-  backup.appVersion = environment.bundle.shortVersion.empty() ? "1.0" : environment.bundle.shortVersion;
+  backup.appVersion = environment.bundle.versionOrDefault();
   const auto text = encodeBackup(backup);
   if (!text) return text.error();
 

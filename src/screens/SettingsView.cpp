@@ -165,9 +165,8 @@ FormSection SettingsView::backupSection(const AppSettings& settings) const {
 
 FormSection SettingsView::aboutSection() const {
   const Texts& texts = environment_.texts;
-  const std::string& version = backupEnvironment_.bundle.shortVersion;
   FormSection section{.id = "about", .title = texts.text("About")};
-  section.rows = {valueRow("version", texts.text("Version"), version.empty() ? "1.0" : version),
+  section.rows = {valueRow("version", texts.text("Version"), backupEnvironment_.bundle.versionOrDefault()),
                   valueRow("medicines", texts.text("Medicines"), std::to_string(medicineCount())),
                   LinkRow{"privacyPolicy", texts.text("Privacy Policy"), "arrow.up.right.square"},
                   LinkRow{"termsOfService", texts.text("Terms of Service"), "arrow.up.right.square"}};

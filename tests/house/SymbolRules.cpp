@@ -68,6 +68,7 @@ bool endsTable(const std::string& line) { return line.find("};") != std::string:
 std::vector<std::string> symbolsNamedIn(const std::string& line, bool isTable) {
   static const std::regex literal("\"([^\"\\\\]*)\"");
   static const std::regex property("\\b(symbol|[a-z]+Symbol):(.*)");
+  static const std::regex action("\"[A-Za-z]+\", [a-z_.]*text\\(\"[^\"]*\"\\), \"([a-z]+)\"(\\}|, true)");
   std::smatch given;
   const bool isProperty = std::regex_search(line, given, property);
   const auto valueAt = isProperty ? given.position(2) : 0;
@@ -76,6 +77,7 @@ std::vector<std::string> symbolsNamedIn(const std::string& line, bool isTable) {
     const bool isValue = isProperty && match.position() >= valueAt;
     if (!match.str(1).empty() && (isTable || isValue || hasSymbolsDots(match.str(1)))) names.push_back(match.str(1));
   }
+  for (const std::smatch& match : matches(line, action)) names.push_back(match.str(1));
   return names;
 }
 
