@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "linux/PolledBus.h"
+
+namespace pillora {
+
+/// Whether the screen of the person's session is locked, as logind is told by whoever locks it (LockedHint). Where
+/// there is no logind, or no session, nothing is ever told.
+class SessionLock {
+ public:
+  /// `changed` is called from the connection's process(): first when the session turns out to be locked already, then
+  /// with each change. Null where there is no system bus.
+  static std::unique_ptr<SessionLock> open(std::function<void(bool isLocked)> changed);
+
+  PolledBus& connection() { return *bus_; }
+
+ private:
+  SessionLock(std::unique_ptr<PolledBus> bus, std::function<void(bool)> changed);
+  void findSession(size_t way);
+  void follow(const std::string& session);
+  void take(bool isLocked);
+
+  std::unique_ptr<PolledBus> bus_;
+  std::function<void(bool)> changed_;
+  bool isLocked_ = false;
+};
+
+}  // namespace pillora
