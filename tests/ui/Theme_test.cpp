@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What is written and drawn can be read: the contrasts that the Web Content Accessibility Guidelines 2.1 ask for (1.4.3
-// and 1.4.11: 4.5 for text, 3 for large text and for what is drawn), light and dark.
+// and 1.4.11: 4.5 for text, 3 for large text and for what is drawn; 1.4.6: 7 for text in high contrast), light and
+// dark.
 #include <algorithm>
 #include <cmath>
 
@@ -67,6 +68,14 @@ TEST_P(ThemeTest, textCanBeReadOnEverySurface) {
   for (const char* text : {"text", "secondary"}) EXPECT_GE(contrast(fixed(text), fixed("field")), 4.5) << text;
   EXPECT_GE(contrast(fixed("placeholder"), fixed("field")), 4.3);
   EXPECT_GE(contrast(fixed("text"), fixed("segment")), 4.5);
+}
+
+TEST_P(ThemeTest, whoAskedForContrastGetsTheEnhancedOneAndLines) {
+  appearance_.setProperty("highContrast", true);
+  for (const char* text : {"text", "secondary", "placeholder"}) {
+    for (const char* surface : kSurfaces) EXPECT_GE(contrast(fixed(text), fixed(surface)), 7) << text << surface;
+  }
+  for (const char* line : {"separator", "outline"}) EXPECT_GE(contrast(fixed(line), fixed("surface")), 4.5) << line;
 }
 
 TEST_P(ThemeTest, colouredTextCanBeReadOnEverySurfaceAndOnItsOwnTint) {

@@ -9,6 +9,7 @@ QtObject {
     id: theme
 
     readonly property bool dark: Appearance.dark
+    readonly property bool highContrast: Appearance.highContrast
     readonly property bool mirrored: Appearance.mirrored
     readonly property string fontFamily: Appearance.fontFamily
 
@@ -45,16 +46,16 @@ QtObject {
     readonly property color raised: dark ? "#23272d" : "#ffffff"
     readonly property color field: dark ? "#2a2e35" : "#eae8e4"
     readonly property color segment: dark ? "#4a505a" : "#ffffff"
-    readonly property color separator: dark ? "#31353c" : "#e6e3de"
-    readonly property color outline: dark ? "#7b818b" : "#868a91"
+    readonly property color separator: highContrast ? outline : dark ? "#31353c" : "#e6e3de"
+    readonly property color outline: highContrast ? secondary : dark ? "#7b818b" : "#868a91"
     readonly property color backdrop: dark ? "#8c000000" : "#66191b20"
     readonly property color hover: dark ? "#0fffffff" : "#0a191b20"
     readonly property color press: dark ? "#1fffffff" : "#17191b20"
 
     // Texts on any of them.
     readonly property color text: dark ? "#f1f2f4" : "#1b1e24"
-    readonly property color secondary: dark ? "#adb3bd" : "#5a606a"
-    readonly property color placeholder: dark ? "#969ca7" : "#666b74"
+    readonly property color secondary: highContrast ? (dark ? "#d5d9df" : "#363b43") : dark ? "#adb3bd" : "#5a606a"
+    readonly property color placeholder: highContrast ? secondary : dark ? "#969ca7" : "#666b74"
     readonly property color onSolid: "#ffffff"
     readonly property color accent: ink("blue")
     readonly property color focus: dark ? "#8ab4ff" : "#2f6fe0"
