@@ -16,6 +16,8 @@ Card {
     required property string badgeTone
     required property var actions
     property bool expanded: false
+    // Too narrow for the time beside the name.
+    readonly property bool stacked: width < 15 * Theme.body
     signal acted(string id)
 
     padding: 0
@@ -50,42 +52,50 @@ Card {
                 symbol: card.icon ?? ""
                 tone: card.tone
             }
-            ColumnLayout {
-                spacing: 2
+            GridLayout {
+                columns: card.stacked ? 1 : 2
+                columnSpacing: 12
+                rowSpacing: 6
 
-                Label {
-                    Layout.fillWidth: true
-                    text: card.name
-                    size: Theme.headline
-                    font.weight: Font.DemiBold
-                    Accessible.ignored: true
-                }
-                Label {
-                    Layout.fillWidth: true
-                    text: card.dosage
-                    color: Theme.secondary
-                    size: Theme.subheadline
-                    Accessible.ignored: true
-                }
-            }
-            ColumnLayout {
-                spacing: 4
+                ColumnLayout {
+                    spacing: 2
 
-                Label {
-                    Layout.alignment: Qt.AlignRight
-                    text: card.time
-                    wrapMode: Text.NoWrap
-                    size: Theme.subheadline
-                    font.weight: Font.Medium
-                    Accessible.ignored: true
+                    Label {
+                        Layout.fillWidth: true
+                        text: card.name
+                        size: Theme.headline
+                        font.weight: Font.DemiBold
+                        Accessible.ignored: true
+                    }
+                    Label {
+                        Layout.fillWidth: true
+                        text: card.dosage
+                        color: Theme.secondary
+                        size: Theme.subheadline
+                        Accessible.ignored: true
+                    }
                 }
-                Badge {
-                    Layout.alignment: Qt.AlignRight
-                    text: card.badge
-                    tone: card.badgeTone
-                    size: Theme.caption
-                    sidePadding: 8
-                    endPadding: 3
+                GridLayout {
+                    columns: card.stacked ? 2 : 1
+                    columnSpacing: 8
+                    rowSpacing: 4
+
+                    Label {
+                        Layout.alignment: Qt.AlignRight
+                        text: card.time
+                        wrapMode: Text.NoWrap
+                        size: Theme.subheadline
+                        font.weight: Font.Medium
+                        Accessible.ignored: true
+                    }
+                    Badge {
+                        Layout.alignment: Qt.AlignRight
+                        text: card.badge
+                        tone: card.badgeTone
+                        size: Theme.caption
+                        sidePadding: 8
+                        endPadding: 3
+                    }
                 }
             }
             Symbol {

@@ -9,6 +9,8 @@ SwipeRow {
 
     required property var row
     property bool separated: !Positioner.isFirstItem
+    // Too narrow for the next dose beside the name.
+    readonly property bool stacked: width < 15 * Theme.body
     signal opened
 
     width: parent ? parent.width : implicitWidth
@@ -56,46 +58,56 @@ SwipeRow {
                 diameter: 40
                 opacity: control.row.isActive ? 1 : 0.6
             }
-            ColumnLayout {
-                spacing: 2
+            GridLayout {
+                columns: control.stacked ? 1 : 2
+                columnSpacing: 12
+                rowSpacing: 4
 
-                Label {
-                    Layout.fillWidth: true
-                    text: control.row.name
-                    font.weight: Font.Medium
-                    Accessible.ignored: true
-                }
-                RowLayout {
-                    spacing: 6
+                ColumnLayout {
+                    spacing: 2
 
                     Label {
                         Layout.fillWidth: true
-                        Layout.maximumWidth: implicitWidth + 1
-                        text: control.row.dosageText
-                        color: Theme.secondary
-                        size: Theme.subheadline
+                        text: control.row.name
+                        font.weight: Font.Medium
                         Accessible.ignored: true
                     }
-                    Badge {
-                        visible: control.row.inactiveBadge !== null
-                        text: control.row.inactiveBadge ?? ""
-                        solid: true
-                        tone: "grey"
+                    RowLayout {
+                        spacing: 6
+
+                        Label {
+                            Layout.fillWidth: true
+                            Layout.maximumWidth: implicitWidth + 1
+                            text: control.row.dosageText
+                            color: Theme.secondary
+                            size: Theme.subheadline
+                            Accessible.ignored: true
+                        }
+                        Badge {
+                            visible: control.row.inactiveBadge !== null
+                            text: control.row.inactiveBadge ?? ""
+                            solid: true
+                            tone: "grey"
+                        }
                     }
                 }
-            }
-            Symbol {
-                name: control.row.intervalSymbol
-                size: 18
-                color: Theme.secondary
-            }
-            Label {
-                visible: text !== ""
-                text: control.row.nextDoseText ?? ""
-                wrapMode: Text.NoWrap
-                color: Theme.secondary
-                size: Theme.caption
-                Accessible.ignored: true
+                RowLayout {
+                    spacing: 12
+
+                    Symbol {
+                        name: control.row.intervalSymbol
+                        size: 18
+                        color: Theme.secondary
+                    }
+                    Label {
+                        visible: text !== ""
+                        text: control.row.nextDoseText ?? ""
+                        wrapMode: Text.NoWrap
+                        color: Theme.secondary
+                        size: Theme.caption
+                        Accessible.ignored: true
+                    }
+                }
             }
             Symbol {
                 name: control.row.chevron

@@ -39,6 +39,7 @@ Item {
 
                 required property var row
 
+                anchors.verticalCenter: parent?.verticalCenter
                 active: row.slot === "cancellation"
                 sourceComponent: ToolbarButton {
                     row: first.row
@@ -77,6 +78,7 @@ Item {
 
                 required property var row
 
+                anchors.verticalCenter: parent?.verticalCenter
                 active: (row.slot ?? "primary") !== "cancellation"
                 sourceComponent: ToolbarButton {
                     row: last.row

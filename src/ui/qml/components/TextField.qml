@@ -30,7 +30,8 @@ T.TextField {
     selectionColor: Theme.solid("blue")
     selectedTextColor: Theme.onSolid
     verticalAlignment: TextInput.AlignVCenter
-    horizontalAlignment: TextInput.AlignLeft
+    horizontalAlignment: Theme.mirrored ? TextInput.AlignRight : TextInput.AlignLeft
+    LayoutMirroring.enabled: false
     selectByMouse: true
     opacity: enabled ? 1 : Theme.disabledOpacity
 
@@ -42,6 +43,7 @@ T.TextField {
     Accessible.name: name
 
     Label {
+        LayoutMirroring.enabled: Theme.mirrored
         x: control.leftPadding
         width: control.width - control.leftPadding - control.rightPadding
         height: control.height
