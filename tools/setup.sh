@@ -12,7 +12,7 @@ pkg-config libsystemd-dev tzdata"
   [window]="qt6-base-dev qt6-declarative-dev qt6-svg-dev qml6-module-qtquick qml6-module-qtqml-models \
 qml6-module-qtqml-workerscript qml6-module-qtquick-templates qml6-module-qtquick-layouts qml6-module-qtquick-window \
 qt6-declarative-dev-tools fonts-inter"
-  [test]="libgtest-dev librapidcheck-dev dbus-daemon dbus-bin dunst xvfb systemd"
+  [test]="qml6-module-qtqml libgtest-dev librapidcheck-dev dbus-daemon dbus-bin dunst xvfb systemd"
   [lint]="clang-format clang-tidy"
   [bench]="libbenchmark-dev libical-dev"
   [fuzz]="clang libclang-rt-dev"

@@ -26,7 +26,7 @@ struct WindowEnvironment {
 };
 
 /// The tabs, and the lock over them.
-class RootModel final : public ScreenModel {
+class RootModel final : public pillora::ScreenModel {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("made by the app")

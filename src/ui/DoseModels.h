@@ -14,7 +14,7 @@ namespace pillora {
 // The screens that record doses. An action on what is gone meanwhile does nothing, and none shows an error.
 
 /// A screen with dose actions, which can be felt where the device vibrates and the settings allow it.
-class DoseModel : public ScreenModel {
+class DoseModel : public pillora::ScreenModel {
   Q_OBJECT
   QML_ANONYMOUS
 
@@ -29,7 +29,7 @@ class DoseModel : public ScreenModel {
   Desktop& desktop_;
 };
 
-class TodayModel final : public DoseModel {
+class TodayModel final : public pillora::DoseModel {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("made by the app")
@@ -50,7 +50,7 @@ class TodayModel final : public DoseModel {
   TodayView view_;
 };
 
-class UpcomingModel final : public DoseModel {
+class UpcomingModel final : public pillora::DoseModel {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("made by the app")
@@ -70,7 +70,7 @@ class UpcomingModel final : public DoseModel {
   UpcomingView view_;
 };
 
-class HistoryModel final : public DoseModel {
+class HistoryModel final : public pillora::DoseModel {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("made by the app")

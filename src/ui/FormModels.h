@@ -17,7 +17,7 @@ namespace pillora {
 
 /// A screen made of rows with controls, seen from a row: what a person does with it, by the row's id. What the row does
 /// not offer changes nothing. Rows of a kind that a screen does not have need no action there.
-class FormModel : public ScreenModel {
+class FormModel : public pillora::ScreenModel {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("made by the app")
@@ -45,7 +45,7 @@ class FormModel : public ScreenModel {
 };
 
 /// The form that makes a new medicine. Its content stays after it has closed, for the sheet that slides away.
-class AddMedicineModel final : public FormModel {
+class AddMedicineModel final : public pillora::FormModel {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("made by the app")
@@ -89,7 +89,7 @@ class AddMedicineModel final : public FormModel {
 };
 
 /// The details of a medicine. Its content stays after it has closed, for the page that slides away.
-class MedicineDetailModel final : public FormModel {
+class MedicineDetailModel final : public pillora::FormModel {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("made by the app")
@@ -146,7 +146,7 @@ class MedicineDetailModel final : public FormModel {
   bool isOpen_ = false;
 };
 
-class MedicineListModel final : public ScreenModel {
+class MedicineListModel final : public pillora::ScreenModel {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("made by the app")
@@ -165,7 +165,7 @@ class MedicineListModel final : public ScreenModel {
   MedicineListView view_;
 };
 
-class SettingsModel final : public FormModel {
+class SettingsModel final : public pillora::FormModel {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("made by the app")

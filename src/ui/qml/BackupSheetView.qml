@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 import Pillora
 
@@ -21,10 +22,10 @@ Sheet {
     ScrollArea {
         anchors.fill: parent
 
-        Loader {
-            width: parent.width
-            active: view.last !== null
-            sourceComponent: NotesSection {
+        Optional {
+            when: view.last !== null
+
+            NotesSection {
                 form: view.model
                 section: view.last.section
             }

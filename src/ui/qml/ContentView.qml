@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 import Pillora
 
@@ -18,22 +19,20 @@ FocusScope {
         anchors.fill: parent
         color: Theme.background
     }
-    Loader {
-        anchors.fill: parent
-        active: view.root.lockScreen === null
-        focus: active
+    Optional {
+        when: view.root.lockScreen === null
 
-        sourceComponent: TabsView {
+        TabsView {
+            anchors.fill: parent
             focus: true
             app: view.app
         }
     }
-    Loader {
-        anchors.fill: parent
-        active: view.root.lockScreen !== null
-        focus: active
+    Optional {
+        when: view.root.lockScreen !== null
 
-        sourceComponent: LockPanel {
+        LockPanel {
+            anchors.fill: parent
             focus: true
             lock: view.root.lockScreen
             onUnlocked: view.app.root.unlock()

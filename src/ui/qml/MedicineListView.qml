@@ -33,7 +33,7 @@ FocusScope {
 
                 Shortcut {
                     enabled: screen.enabled && !details.visible
-                    sequence: StandardKey.Find
+                    sequence: "Ctrl+F"
                     onActivated: search.forceActiveFocus(Qt.ShortcutFocusReason)
                 }
             }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 import Pillora
 
@@ -15,11 +16,10 @@ TabPage {
         anchors.fill: parent
         focus: true
 
-        Loader {
-            width: parent.width
-            active: screen.settings.unsaved !== null
-            visible: active
-            sourceComponent: NotesSection {
+        Optional {
+            when: screen.settings.unsaved !== null
+
+            NotesSection {
                 form: screen.model
                 section: screen.settings.unsaved
             }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 import Pillora
 
@@ -11,18 +12,26 @@ FocusScope {
     readonly property var root: app.root.content
     readonly property bool wide: width >= 640
 
-    component Tab: Loader {
+    component Tab: FocusScope {
+        id: tab
+
         required property int tag
         readonly property bool isFront: view.root.selectedTab === tag
+        property bool wasFront: isFront
+        default property alias screen: contents.delegate
 
         anchors.fill: parent
         visible: isFront
         enabled: isFront
         focus: isFront
         onIsFrontChanged: if (isFront)
-            active = true
-        active: false
-        Component.onCompleted: active = isFront
+            wasFront = true
+
+        Optional {
+            id: contents
+
+            when: tab.wasFront
+        }
     }
 
     SideRail {
@@ -46,33 +55,48 @@ FocusScope {
 
         Tab {
             tag: 0
-            sourceComponent: TodayView {
+
+            TodayView {
+                anchors.fill: parent
+                focus: true
                 app: view.app
                 model: view.app.today
             }
         }
         Tab {
             tag: 1
-            sourceComponent: UpcomingView {
+
+            UpcomingView {
+                anchors.fill: parent
+                focus: true
                 model: view.app.upcoming
             }
         }
         Tab {
             tag: 2
-            sourceComponent: MedicineListView {
+
+            MedicineListView {
+                anchors.fill: parent
+                focus: true
                 app: view.app
                 model: view.app.medicines
             }
         }
         Tab {
             tag: 3
-            sourceComponent: ReminderHistoryView {
+
+            ReminderHistoryView {
+                anchors.fill: parent
+                focus: true
                 model: view.app.history
             }
         }
         Tab {
             tag: 4
-            sourceComponent: SettingsView {
+
+            SettingsView {
+                anchors.fill: parent
+                focus: true
                 model: view.app.settings
             }
         }

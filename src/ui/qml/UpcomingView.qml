@@ -14,6 +14,8 @@ TabPage {
     title: upcoming.title
 
     LongList {
+        id: list
+
         anchors.fill: parent
         focus: true
         model: screen.upcoming.days
@@ -25,8 +27,8 @@ TabPage {
 
             required property var row
 
-            width: ListView.view.columnWidth
-            x: ListView.view.columnX
+            width: list.columnWidth
+            x: list.columnX
             spacing: 10
 
             Label {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 
 // A few buttons side by side, equally wide, or below each other where their words do not fit. `actions` are rows with

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 
 // Chips in one line that scrolls sideways where they do not fit. `chips` are rows with `id`, `title`, `symbol`, `color`
@@ -12,16 +13,16 @@ Flickable {
 
     x: -bleed
     width: (parent ? parent.width : 328) + 2 * bleed
-    implicitHeight: row.height
+    implicitHeight: line.height
     height: implicitHeight
-    contentWidth: row.width + 2 * bleed
+    contentWidth: line.width + 2 * bleed
     onContentWidthChanged: rewind()
     onWidthChanged: rewind()
     flickableDirection: Flickable.HorizontalFlick
     boundsBehavior: Flickable.StopAtBounds
 
     Row {
-        id: row
+        id: line
 
         x: Theme.mirrored ? Math.max(flick.bleed, flick.width - width - flick.bleed) : flick.bleed
         spacing: 8

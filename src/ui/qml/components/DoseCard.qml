@@ -31,7 +31,7 @@ Card {
         implicitHeight: line.implicitHeight + 2 * Theme.padding
         cornerRadius: Theme.radiusCard
         focusGap: -3
-        text: [card.name, card.dosage, card.time, card.badge].join(", ")
+        text: `${card.name}, ${card.dosage}, ${card.time}, ${card.badge}`
         onClicked: card.expanded = !card.expanded
 
         PressTint {

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 import Pillora
 
 // A row of whatever kind, wired to the screen that it belongs to.
-Loader {
-    id: loader
+Item {
+    id: place
 
     required property FormModel form
     required property var row
@@ -12,119 +13,123 @@ Loader {
     readonly property bool separated: !Positioner.isFirstItem
 
     width: parent ? parent.width : 0
-    sourceComponent: ({ textField: textField, toggle: toggle, stepper: stepper, picker: picker, grid: grid, date: date, time: time,
-        value: value, button: button, link: link, header: header, dose: dose })[kind]
+    implicitHeight: childrenRect.height
+
+    Optional {
+        delegate: ({ textField: textField, toggle: toggle, stepper: stepper, picker: picker, grid: grid, date: date,
+            time: time, value: value, button: button, link: link, header: header, dose: dose })[place.kind]
+    }
 
     Component {
         id: textField
 
         TextFieldRow {
-            row: loader.row
-            separated: loader.separated
-            onEdited: text => loader.form.setText(loader.row.id, text)
+            row: place.row
+            separated: place.separated
+            onEdited: text => place.form.setText(place.row.id, text)
         }
     }
     Component {
         id: toggle
 
         ToggleRow {
-            row: loader.row
-            separated: loader.separated
-            onEdited: isOn => loader.form.setOn(loader.row.id, isOn)
+            row: place.row
+            separated: place.separated
+            onEdited: isOn => place.form.setOn(place.row.id, isOn)
         }
     }
     Component {
         id: stepper
 
         StepperRow {
-            row: loader.row
-            separated: loader.separated
-            onIncremented: loader.form.increment(loader.row.id)
-            onDecremented: loader.form.decrement(loader.row.id)
+            row: place.row
+            separated: place.separated
+            onIncremented: place.form.increment(place.row.id)
+            onDecremented: place.form.decrement(place.row.id)
         }
     }
     Component {
         id: picker
 
         PickerRow {
-            row: loader.row
-            separated: loader.separated
-            onEdited: option => loader.form.choose(loader.row.id, option)
+            row: place.row
+            separated: place.separated
+            onEdited: option => place.form.choose(place.row.id, option)
         }
     }
     Component {
         id: grid
 
         GridRow {
-            row: loader.row
-            separated: loader.separated
-            onPicked: cell => loader.form.choose(loader.row.id, cell)
+            row: place.row
+            separated: place.separated
+            onPicked: cell => place.form.choose(place.row.id, cell)
         }
     }
     Component {
         id: date
 
         ChoiceRow {
-            label: loader.row.label
-            value: loader.row.valueText
-            separated: loader.separated
-            onClicked: loader.form.openSheet(loader.row.id)
+            label: place.row.label
+            value: place.row.valueText
+            separated: place.separated
+            onClicked: place.form.openSheet(place.row.id)
         }
     }
     Component {
         id: time
 
         ChoiceRow {
-            label: loader.row.label
-            value: loader.row.valueText
-            remove: loader.row.remove
-            separated: loader.separated
-            onClicked: loader.form.openSheet(loader.row.id)
-            onRemoved: loader.form.remove(loader.row.id)
+            label: place.row.label
+            value: place.row.valueText
+            remove: place.row.remove
+            separated: place.separated
+            onClicked: place.form.openSheet(place.row.id)
+            onRemoved: place.form.remove(place.row.id)
         }
     }
     Component {
         id: value
 
         ValueRow {
-            row: loader.row
-            separated: loader.separated
-            onTriggered: id => loader.form.press(id)
+            row: place.row
+            separated: place.separated
+            onTriggered: id => place.form.press(id)
         }
     }
     Component {
         id: button
 
         ButtonRow {
-            row: loader.row
-            separated: loader.separated
-            enabled: loader.row.isEnabled
-            onClicked: loader.form.press(loader.row.id)
+            row: place.row
+            separated: place.separated
+            enabled: place.row.isEnabled
+            onClicked: place.form.press(place.row.id)
         }
     }
     Component {
         id: link
 
         LinkRow {
-            text: loader.row.title
-            mark: loader.row.symbol
-            separated: loader.separated
-            onClicked: loader.form.press(loader.row.id)
+            text: place.row.title
+            mark: place.row.symbol
+            separated: place.separated
+            onClicked: place.form.press(place.row.id)
         }
     }
     Component {
         id: header
 
         HeaderRow {
-            row: loader.row
+            row: place.row
         }
     }
     Component {
         id: dose
 
         DoseRow {
-            row: loader.row
-            separated: loader.separated
+            row: place.row
+            separated: place.separated
         }
     }
 }

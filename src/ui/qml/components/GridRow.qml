@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 
 // A grid of swatches, icons or days below its label. `row`: label, style, columns, spacing, cellSize, cells. Each cell
@@ -46,51 +47,48 @@ Item {
             LayoutMirroring.enabled: Theme.mirrored
 
             Repeater {
-                model: control.row.cells
+                model: control.row.style === "swatches" ? control.row.cells : null
 
-                Loader {
-                    id: cell
-
+                Swatch {
                     required property var row
 
                     width: control.pitch
                     height: control.pitch
-                    sourceComponent: control.row.style === "swatches" ? swatch
-                        : control.row.style === "icons" ? icon : day
+                    color: row.color
+                    isSelected: row.isSelected
+                    text: row.title
+                    diameter: control.row.cellSize
+                    onClicked: control.picked(row.id)
+                }
+            }
+            Repeater {
+                model: control.row.style === "icons" ? control.row.cells : null
 
-                    Component {
-                        id: swatch
+                IconCell {
+                    required property var row
 
-                        Swatch {
-                            color: cell.row.color
-                            isSelected: cell.row.isSelected
-                            text: cell.row.title
-                            diameter: control.row.cellSize
-                            onClicked: control.picked(cell.row.id)
-                        }
-                    }
-                    Component {
-                        id: icon
+                    width: control.pitch
+                    height: control.pitch
+                    symbol: row.symbol
+                    tone: row.color ?? "grey"
+                    isSelected: row.isSelected
+                    text: row.title
+                    side: control.row.cellSize
+                    onClicked: control.picked(row.id)
+                }
+            }
+            Repeater {
+                model: control.row.style === "days" ? control.row.cells : null
 
-                        IconCell {
-                            symbol: cell.row.symbol
-                            tone: cell.row.color ?? "grey"
-                            isSelected: cell.row.isSelected
-                            text: cell.row.title
-                            side: control.row.cellSize
-                            onClicked: control.picked(cell.row.id)
-                        }
-                    }
-                    Component {
-                        id: day
+                DayButton {
+                    required property var row
 
-                        DayButton {
-                            isSelected: cell.row.isSelected
-                            text: cell.row.title
-                            diameter: control.row.cellSize
-                            onClicked: control.picked(cell.row.id)
-                        }
-                    }
+                    width: control.pitch
+                    height: control.pitch
+                    isSelected: row.isSelected
+                    text: row.title
+                    diameter: control.row.cellSize
+                    onClicked: control.picked(row.id)
                 }
             }
         }

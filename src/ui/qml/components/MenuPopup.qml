@@ -63,8 +63,10 @@ T.Popup {
         }
     }
 
-    contentItem: ListView {
+    ListView {
         id: list
+
+        anchors.fill: parent
 
         property real widest: 0
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 
@@ -51,9 +52,10 @@ T.Popup {
         }
     }
 
-    contentItem: FocusScope {
+    FocusScope {
         id: scope
 
+        anchors.fill: parent
         focus: true
         LayoutMirroring.enabled: Theme.mirrored
         LayoutMirroring.childrenInherit: true

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 import Pillora
 
@@ -18,12 +19,11 @@ ModalCard {
     padding: 12
     onDismissed: form.closeSheet()
 
-    Loader {
-        width: parent.width
-        active: dialog.last !== null
-        focus: true
+    Optional {
+        when: dialog.last !== null
 
-        sourceComponent: MonthView {
+        MonthView {
+            width: parent.width
             focus: true
             month: dialog.last
             onPicked: day => {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 
 // The head of a screen or a sheet: buttons at both ends and the title between them, or large below them. `toolbar` are
@@ -34,17 +35,10 @@ Item {
         Repeater {
             model: bar.toolbar
 
-            Loader {
-                id: first
-
-                required property var row
-
+            ToolbarButton {
                 anchors.verticalCenter: parent?.verticalCenter
-                active: row.slot === "cancellation"
-                sourceComponent: ToolbarButton {
-                    row: first.row
-                    onTriggered: id => bar.triggered(id)
-                }
+                visible: row.slot === "cancellation"
+                onTriggered: id => bar.triggered(id)
             }
         }
     }
@@ -73,17 +67,10 @@ Item {
         Repeater {
             model: bar.toolbar
 
-            Loader {
-                id: last
-
-                required property var row
-
+            ToolbarButton {
                 anchors.verticalCenter: parent?.verticalCenter
-                active: (row.slot ?? "primary") !== "cancellation"
-                sourceComponent: ToolbarButton {
-                    row: last.row
-                    onTriggered: id => bar.triggered(id)
-                }
+                visible: row.slot !== "cancellation"
+                onTriggered: id => bar.triggered(id)
             }
         }
     }

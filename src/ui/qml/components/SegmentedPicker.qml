@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 
 // One of a few choices, all in sight. `options` are rows with `id`, `title` and `isSelected`.

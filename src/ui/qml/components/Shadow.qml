@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 
 // A soft shadow around what floats, built of a few pale frames: it looks the same in every renderer.

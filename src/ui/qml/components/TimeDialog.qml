@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 import Pillora
 
@@ -26,12 +27,11 @@ ModalCard {
         font.weight: Font.DemiBold
         Accessible.role: Accessible.Heading
     }
-    Loader {
-        anchors.horizontalCenter: parent.horizontalCenter
-        active: dialog.last !== null
-        focus: true
+    Optional {
+        when: dialog.last !== null
 
-        sourceComponent: TimePicker {
+        TimePicker {
+            anchors.horizontalCenter: parent?.horizontalCenter
             focus: true
             hours: dialog.last.hours
             minutes: dialog.last.minutes

@@ -1,23 +1,24 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
 import QtQuick
 
 // A button of a toolbar: a symbol alone, or a word. `row`: title, symbol, isEnabled, isSemibold, menu.
-Loader {
+Item {
     id: control
 
     required property var row
-    signal triggered(string id)
-
     readonly property bool hasMenu: !!row.menu && row.menu.count > 0
+    signal triggered(string id)
 
     function press() {
         hasMenu ? menu.open() : triggered(row.id)
     }
 
-    sourceComponent: row.symbol ? icon : word
+    implicitWidth: childrenRect.width
+    implicitHeight: childrenRect.height
 
-    Component {
-        id: icon
+    Optional {
+        when: !!control.row.symbol
 
         IconButton {
             symbol: control.row.symbol
@@ -27,8 +28,8 @@ Loader {
             onClicked: control.press()
         }
     }
-    Component {
-        id: word
+    Optional {
+        when: !control.row.symbol
 
         PButton {
             kind: "plain"

@@ -26,7 +26,7 @@ FocusScope {
         choose((list.currentIndex + by + list.count) % list.count)
     }
     function choose(index: int) {
-        const choice = list.itemAtIndex(index)
+        const choice = list.itemAtIndex(index) as Choice
         list.currentIndex = index
         picked(choice ? choice.row.value : index)
     }
@@ -37,7 +37,7 @@ FocusScope {
         readonly property bool isSelected: row.isSelected
         readonly property bool isNear: ListView.isCurrentItem
 
-        width: ListView.view.width
+        width: list.width
         height: wheel.pitch
         text: row.text
         wrapMode: Text.NoWrap
@@ -46,13 +46,13 @@ FocusScope {
         size: isNear ? Theme.title3 : Theme.body
         font.weight: isNear ? Font.DemiBold : Font.Normal
         color: isNear ? Theme.text : Theme.secondary
-        opacity: Math.max(0.35, 1 - Math.abs(index - ListView.view.currentIndex) * 0.25)
+        opacity: Math.max(0.35, 1 - Math.abs(index - list.currentIndex) * 0.25)
         Accessible.ignored: true
 
         onIsSelectedChanged: if (isSelected)
-            ListView.view.currentIndex = index
+            list.currentIndex = index
         Component.onCompleted: if (isSelected)
-            Qt.callLater(ListView.view.settle, index)
+            Qt.callLater(list.settle, index)
 
         TapHandler {
             onTapped: wheel.choose(parent.index)
@@ -95,7 +95,7 @@ FocusScope {
         boundsBehavior: Flickable.StopAtBounds
 
         onMovementEnded: {
-            const choice = currentItem
+            const choice = currentItem as Choice
             if (choice && !choice.isSelected)
                 wheel.picked(choice.row.value)
         }
