@@ -3,8 +3,9 @@ import QtQuick
 import Pillora
 import QtQuick.Layouts
 
-// What became of every dose. See screens/ReminderHistoryView.h. Deliberate: no bound components here, because a list of
-// Qt 6.4 makes its header in a context of its own, which a bound component refuses.
+// What became of every dose. See screens/ReminderHistoryView.h. Deliberate: no bound components here, and so names
+// that qmllint calls unqualified, because a list of Qt 6.4 makes its header in a context of its own, which a bound
+// component refuses.
 TabPage {
     id: screen
 
@@ -22,6 +23,7 @@ TabPage {
         hasMore: screen.history.hasMore
         onEndReached: screen.model.showMore()
 
+        // qmllint disable unqualified
         header: Column {
             id: head
 

@@ -21,7 +21,8 @@ T.Popup {
     property Item before: null
     property bool beforeShown: false
 
-    // Later in the turn, when everything else that the content decides has its value as well.
+    // Later in the turn, when everything else that the content decides has its value as well. The qmllint of Qt 6.4 takes
+    // callLater for no function.
     function follow() {
         shown ? open() : close()
     }
@@ -32,8 +33,8 @@ T.Popup {
     padding: 0
     closePolicy: T.Popup.NoAutoClose
 
-    onShownChanged: Qt.callLater(follow)
-    Component.onCompleted: Qt.callLater(follow)
+    onShownChanged: Qt.callLater(follow)  // qmllint disable type
+    Component.onCompleted: Qt.callLater(follow)  // qmllint disable type
     onAboutToShow: {
         before = parent?.Window.window?.activeFocusItem ?? null
         beforeShown = before?.visualFocus ?? false

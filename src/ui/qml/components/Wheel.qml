@@ -26,37 +26,9 @@ FocusScope {
         choose((list.currentIndex + by + list.count) % list.count)
     }
     function choose(index: int) {
-        const choice = list.itemAtIndex(index) as Choice
+        const choice = list.itemAtIndex(index) as WheelCell
         list.currentIndex = index
         picked(choice ? choice.row.value : index)
-    }
-
-    component Choice: Label {
-        required property var row
-        required property int index
-        readonly property bool isSelected: row.isSelected
-        readonly property bool isNear: ListView.isCurrentItem
-
-        width: list.width
-        height: wheel.pitch
-        text: row.text
-        wrapMode: Text.NoWrap
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
-        size: isNear ? Theme.title3 : Theme.body
-        font.weight: isNear ? Font.DemiBold : Font.Normal
-        color: isNear ? Theme.text : Theme.secondary
-        opacity: Math.max(0.35, 1 - Math.abs(index - list.currentIndex) * 0.25)
-        Accessible.ignored: true
-
-        onIsSelectedChanged: if (isSelected)
-            list.currentIndex = index
-        Component.onCompleted: if (isSelected)
-            Qt.callLater(list.settle, index)
-
-        TapHandler {
-            onTapped: wheel.choose(parent.index)
-        }
     }
 
     Keys.onUpPressed: step(-1)
@@ -85,7 +57,15 @@ FocusScope {
         anchors.fill: parent
         clip: true
         model: wheel.cells
-        delegate: Choice {}
+        delegate: WheelCell {
+            width: list.width
+            height: wheel.pitch
+            onPicked: wheel.choose(index)
+            onIsSelectedChanged: if (isSelected)
+                list.currentIndex = index
+            Component.onCompleted: if (isSelected)
+                Qt.callLater(list.settle, index)  // qmllint disable type
+        }
         cacheBuffer: wheel.pitch * 80
         snapMode: ListView.SnapToItem
         highlightRangeMode: ListView.StrictlyEnforceRange
@@ -95,7 +75,7 @@ FocusScope {
         boundsBehavior: Flickable.StopAtBounds
 
         onMovementEnded: {
-            const choice = currentItem as Choice
+            const choice = currentItem as WheelCell
             if (choice && !choice.isSelected)
                 wheel.picked(choice.row.value)
         }
