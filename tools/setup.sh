@@ -8,7 +8,7 @@ cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." || exit
 # Debian 12 packages, one list a purpose.
 declare -A packages=(
   [build]="g++ cmake ninja-build ccache libicu-dev libsqlitecpp-dev libsqlite3-dev nlohmann-json3-dev libcli11-dev \
-pkg-config libsystemd-dev tzdata"
+libboost-locale-dev gettext pkg-config libsystemd-dev tzdata"
   [window]="qt6-base-dev qt6-declarative-dev qt6-svg-dev qml6-module-qtquick qml6-module-qtqml-models \
 qml6-module-qtqml-workerscript qml6-module-qtquick-templates qml6-module-qtquick-layouts qml6-module-qtquick-window \
 qt6-declarative-dev-tools fonts-inter"

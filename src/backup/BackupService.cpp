@@ -130,8 +130,9 @@ Result<std::vector<BackupInfo>> list(const BackupEnvironment& environment, bool 
 }  // namespace
 
 std::string_view localizedDescription(BackupError error) {
-  constexpr std::array<std::string_view, 4> kTexts = {"Backup directory not found", "iCloud is not available",
-                                                      "Invalid backup file", "Failed to restore backup"};
+  constexpr std::array<std::string_view, 4> kTexts = {
+      ownText("Backup directory not found"), ownText("iCloud is not available"), ownText("Invalid backup file"),
+      ownText("Failed to restore backup")};
   return kTexts[static_cast<size_t>(error)];
 }
 

@@ -51,7 +51,8 @@ struct CliEnvironment {
   MainExecutor& executor;
   Terminal terminal;
   std::function<Result<std::unique_ptr<Calendar>>(const Region&)> makeCalendar;
-  std::function<Result<std::unique_ptr<Texts>>(const Region&, const std::string& language)> makeTexts;
+  /// Without a language, own texts are in that of the system.
+  std::function<Result<std::unique_ptr<Texts>>(const Region&, const std::optional<std::string>& language)> makeTexts;
   /// The app's own store file, its folder made when missing.
   std::function<Result<std::string>()> defaultStore;
   /// Opens the session's own notification centre, or one that is kept in a file; from the latter what fell due is let

@@ -41,7 +41,7 @@ void addGlobalOptions(CLI::App& app, CommandLine& line) {
   value(app, "--now", line.now, "INSTANT", "Act as at this instant; only together with --store");
   value(app, "--time-zone", line.timeZone, "ID", "Instead of the system's: Europe/Berlin");
   value(app, "--locale", line.locale, "ID", "Instead of the system's: th_TH@calendar=buddhist");
-  value(app, "--language", line.language, "ID", "Language of Pillora's own words (default: en)");
+  value(app, "--language", line.language, "ID", "Of Pillora's own words: de, fr, es, ar, zh_CN, en");
   value(app, "--authenticator", line.authenticator, "allow|refuse", "Answers the lock; only together with --store");
   app.add_flag("--no-prompt", line.noPrompt, "While locked, end without asking anybody");
 }

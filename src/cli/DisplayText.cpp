@@ -59,6 +59,25 @@ size_t widthOf(char32_t point) {
   return width < 0 ? 1 : static_cast<size_t>(width);
 }
 
+/// Chinese and Japanese lines may end between any two letters, but punctuation stays with what it closes or opens.
+bool mayBreakBetween(char32_t before, char32_t after) {
+  constexpr std::u32string_view kOpening = U"（《「『【“‘(", kClosing = U"，。、；：？！）》」』】”’…,.;:?!)%";
+  return (widthOf(before) == 2 || widthOf(after) == 2) && kOpening.find(before) == kOpening.npos &&
+         kClosing.find(after) == kClosing.npos;
+}
+
+/// The piece of `text` from `at` to where a line may end next, a blank or the end of the text.
+std::string_view pieceAt(std::string_view text, size_t at) {
+  char32_t before = ' ';
+  for (size_t next = at; next < text.size();) {
+    const size_t here = next;
+    const char32_t point = nextCodePoint(text, next);
+    if (point == ' ' || (here > at && mayBreakBetween(before, point))) return text.substr(at, here - at);
+    before = point;
+  }
+  return text.substr(at);
+}
+
 }  // namespace
 
 bool isUtf8(std::string_view text) {
@@ -103,17 +122,20 @@ std::string cutToWidth(std::string_view text, size_t columns) {
 
 std::vector<std::string> wrapped(std::string_view text, size_t columns) {
   std::vector<std::string> lines(1);
+  std::string_view between;  // what parts the next piece from the one before
   for (size_t at = 0; at < text.size();) {
-    const size_t blank = std::min(text.find(' ', at), text.size());
-    const std::string word = cutToWidth(text.substr(at, blank - at), columns);
-    at = blank + 1;
+    const std::string_view whole = pieceAt(text, at);
+    const std::string piece = cutToWidth(whole, columns);
     if (lines.back().empty()) {
-      lines.back() = word;
-    } else if (displayWidth(lines.back()) + 1 + displayWidth(word) <= columns) {
-      lines.back() += ' ' + word;
+      lines.back() = piece;
+    } else if (displayWidth(lines.back()) + between.size() + displayWidth(piece) <= columns) {
+      lines.back().append(between).append(piece);
     } else {
-      lines.push_back(word);
+      lines.push_back(piece);
     }
+    at += whole.size();
+    between = at < text.size() && text[at] == ' ' ? " " : "";
+    at += between.size();
   }
   return lines;
 }

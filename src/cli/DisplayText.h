@@ -22,7 +22,8 @@ size_t displayWidth(std::string_view text);
 /// The text if it fits into `columns`, else its beginning with "…" at the end.
 std::string cutToWidth(std::string_view text, size_t columns);
 
-/// The text broken at its blanks into lines of at most `columns`; a longer word is cut.
+/// The text broken at its blanks, and between the letters of scripts that have none, into lines of at most `columns`; a
+/// longer word is cut.
 std::vector<std::string> wrapped(std::string_view text, size_t columns);
 
 }  // namespace pillora

@@ -54,7 +54,7 @@ Result<Action> recordCommand(const CommandLine& line, Session& session, Record r
     if (!log) return log.error();
     if (const auto saved = session.save(); !saved) return saved.error();
     if (session.json()) return jsonLine(Json::object({{"log", toJson(*log)}}));
-    const auto what = log->has_value() ? done : "Done already: {name}, {date}, {time}";
+    const auto what = log->has_value() ? done : ownText("Done already: {name}, {date}, {time}");
     return messageLine(recordedText(what, **medicine, *due, screens), session);
   });
 }
@@ -107,8 +107,8 @@ Result<UUID> logId(const CommandLine& line) {
   return Error{"'" + *line.logId + "' is no identifier"};
 }
 
-constexpr std::string_view kTaken = "Taken: {name}, {date}, {time}";
-constexpr std::string_view kSkipped = "Skipped: {name}, {date}, {time}";
+constexpr std::string_view kTaken = ownText("Taken: {name}, {date}, {time}");
+constexpr std::string_view kSkipped = ownText("Skipped: {name}, {date}, {time}");
 
 }  // namespace
 

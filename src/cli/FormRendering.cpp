@@ -29,18 +29,23 @@ Line lineOf(const StepperRow& row, const Texts&) { return {{row.label}, {}}; }
 Line lineOf(const PickerRow& row, const Texts&) { return {{row.label}, {row.valueText}}; }
 Line lineOf(const DateRow& row, const Texts&) { return {{row.label}, {row.valueText}}; }
 Line lineOf(const TimeRow& row, const Texts&) { return {{row.label}, {row.valueText}}; }
-Line lineOf(const ValueRow& row, const Texts&) {
-  const std::string text = row.detail ? row.text + ", " + *row.detail : row.text;
+std::string listed(const std::string& first, const std::string& second, const Texts& texts) {
+  return texts.text("{list}, {item}", {{"list", first}, {"item", second}});
+}
+
+Line lineOf(const ValueRow& row, const Texts& texts) {
+  const std::string text = row.detail ? listed(row.text, *row.detail, texts) : row.text;
   return {{row.label.value_or("")}, {text, row.color ? std::string_view(*row.color) : ""}};
 }
 Line lineOf(const ButtonRow& row, const Texts&) {
   return {{row.title, row.isDestructive ? std::string_view("red") : ""}, {}};
 }
-Line lineOf(const HeaderRow& row, const Texts&) {
-  return {{}, {"● " + row.name.value_or("") + ", " + row.dosageText, row.color, Weight::bold}};
+Line lineOf(const HeaderRow& row, const Texts& texts) {
+  return {{}, {"● " + listed(row.name.value_or(""), row.dosageText, texts), row.color, Weight::bold}};
 }
-Line lineOf(const DoseRow& row, const Texts&) {
-  return {{row.dateText + ", " + row.timeText}, {row.statusText, row.color}};
+Line lineOf(const DoseRow& row, const Texts& texts) {
+  return {{texts.text("{date}, {time}", {{"date", row.dateText}, {"time", row.timeText}})},
+          {row.statusText, row.color}};
 }
 
 size_t widthOf(const Cell& cell) { return displayWidth(harmless(cell.text)); }

@@ -31,7 +31,7 @@ std::string rendered(const MedicineDetailContent& content, const Terminal& termi
   page.heading(content.title);
   addForm(page, content.sections, commandOf, terminal, texts);
   page.blank();
-  page.paragraph({texts.text("To change it:") + "  pilloractl edit --help", "secondary"});
+  page.paragraph({texts.text("To change it:  {command}", {{"command", "pilloractl edit --help"}}), "secondary"});
   return page.text();
 }
 

@@ -25,7 +25,8 @@ std::vector<Instant> occurrences(const ReminderInterval& interval, Instant after
 std::string occurrencesText(const std::vector<Instant>& times, const Session& session) {
   const Texts& texts = session.texts();
   Page page(session.terminal());
-  for (const Instant time : times) page.line({texts.fullDate(time) + ", " + texts.shortTime(time, false)});
+  for (const Instant time : times)
+    page.line({texts.text("{date}, {time}", {{"date", texts.fullDate(time)}, {"time", texts.shortTime(time, false)}})});
   if (times.empty()) page.line({texts.text("Never again.")});
   return page.text();
 }

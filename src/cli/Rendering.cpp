@@ -34,7 +34,7 @@ std::string frequency(std::string_view symbol, const Texts& texts) {
   if (symbol == "clock") return texts.text("Hourly");
   if (symbol == "sun.max") return texts.text("Daily");
   if (symbol == "calendar.badge.clock") return texts.text("Weekly");
-  return texts.text(symbol == "calendar" ? "Monthly" : "Custom");
+  return symbol == "calendar" ? texts.text("Monthly") : texts.text("Custom");
 }
 
 constexpr Column kWhole{Align::left, true};
@@ -91,7 +91,7 @@ void addActivity(Page& page, const std::vector<DoseLogRow>& logs, const Texts& t
                      {log.name, {}, Weight::bold},
                      {log.statusText, log.statusColor},
                      {log.timing.value_or(""), log.timingColor ? std::string_view(*log.timingColor) : ""}},
-                    texts.text("undo with") + "  pilloractl undo " + log.id.text()});
+                    texts.text("undo with  {command}", {{"command", "pilloractl undo " + log.id.text()}})});
   }
   page.table({{Align::right}, {}, {}, {}}, std::move(rows));
 }
@@ -210,7 +210,7 @@ std::string rendered(const MedicineListContent& content, const Terminal& termina
 std::string rendered(const HistoryContent& content, const Terminal& terminal, const Texts& texts) {
   Page page(terminal);
   page.heading(content.title);
-  std::vector<Cell> ranges = {{content.rangeTitle + ':', "secondary"}};
+  std::vector<Cell> ranges = {{texts.text("{label}:", {{"label", content.rangeTitle}}), "secondary"}};
   for (const RangeSegment& range : content.ranges) ranges.push_back(choice(range.title, range.isSelected, {}));
   page.flow(ranges);
   page.blank();
@@ -234,7 +234,9 @@ std::string rendered(const HistoryContent& content, const Terminal& terminal, co
   }
   if (canSkipAny) {
     page.blank();
-    page.paragraph({texts.text("A missed dose that was skipped:") + "  pilloractl mark LOG-ID skipped", "secondary"});
+    page.paragraph(
+        {texts.text("A missed dose that was skipped:  {command}", {{"command", "pilloractl mark LOG-ID skipped"}}),
+         "secondary"});
   }
   if (content.hasMore) page.paragraph({texts.text("There are more."), "secondary"});
   return page.text();

@@ -65,7 +65,9 @@ Result<void> Session::prepare() {
   auto calendar = environment_.makeCalendar(region());
   if (!calendar) return calendar.error();
   calendar_ = *std::move(calendar);
-  auto texts = environment_.makeTexts(region(), line_.language.value_or("en"));
+  // What scripts read must not depend on who runs them.
+  const auto language = line_.json && !line_.language ? std::optional<std::string>("en") : line_.language;
+  auto texts = environment_.makeTexts(region(), language);
   if (!texts) return texts.error();
   texts_ = *std::move(texts);
   if (line_.now) {

@@ -82,7 +82,8 @@ std::string rendered(const SettingsContent& content, const Terminal& terminal, c
     if (const auto* row = std::get_if<ValueRow>(&note)) page.item({row->text, "secondary"}, 2);
   }
   page.blank();
-  page.paragraph({texts.text("To change one:") + "  pilloractl settings set use24HourTime yes", "secondary"});
+  page.paragraph({texts.text("To change one:  {command}", {{"command", "pilloractl settings set use24HourTime yes"}}),
+                  "secondary"});
   return page.text();
 }
 

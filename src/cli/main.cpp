@@ -110,8 +110,10 @@ int main(int argc, char** argv) {
                              executor,
                              standardOutput(),
                              [](const Region& region) { return makeCalendar(localeOf(region), zoneOf(region)); },
-                             [](const Region& region, const std::string& language) {
-                               return makeTexts(localeOf(region), zoneOf(region), language);
+                             [&console](const Region& region, const std::optional<std::string>& language) {
+                               return makeTexts(localeOf(region), zoneOf(region),
+                                                language ? *language : systemLanguage(),
+                                                {cataloguesFolder(), &console});
                              },
                              defaultStore,
                              openReminders,

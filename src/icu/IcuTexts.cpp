@@ -104,7 +104,9 @@ class IcuTexts final : public Texts {
 
  protected:
   std::string number(double value, int fractionDigits) const override;
-  std::string translated(std::string_view english) const override { return language_->translated(english); }
+  std::string translated(std::string_view context, std::string_view english) const override {
+    return language_->translated(context, english);
+  }
   std::string translatedCount(int64_t n, std::string_view one, std::string_view other) const override {
     return language_->translatedCount(n, one, other);
   }
@@ -291,12 +293,12 @@ icu::UnicodeString IcuTexts::folded(std::string_view text, UErrorCode& status) c
 }  // namespace
 
 Result<std::unique_ptr<Texts>> makeTexts(const std::string& localeId, const std::string& timeZoneId,
-                                         const std::string& languageId) {
+                                         const std::string& languageId, const Catalogues& catalogues) {
   auto locale = localeNamed(localeId);
   if (!locale) return locale.error();
   auto zone = timeZoneNamed(timeZoneId);
   if (!zone) return zone.error();
-  auto language = makeLanguage(languageId);
+  auto language = makeLanguage(languageId, catalogues);
   if (!language) return language.error();
   UErrorCode status = U_ZERO_ERROR;
   std::unique_ptr<icu::Calendar> calendar(icu::Calendar::createInstance(zone->release(), *locale, status));

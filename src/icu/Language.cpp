@@ -2,14 +2,28 @@
 #include "icu/Language.h"
 
 #include <algorithm>
+#include <array>
+#include <boost/locale/gnu_gettext.hpp>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <locale>
+#include <sstream>
+#include <utility>
+#include <vector>
+
+#include "icu/Locales.h"
 
 namespace pillora {
 
 namespace {
 
+/// The languages that there are catalogues of, but for Chinese, whose script has to be looked at.
+constexpr std::array<std::string_view, 5> kLanguages = {"en", "de", "fr", "es", "ar"};
+
 class English final : public Language {
  public:
-  std::string translated(std::string_view english) const override { return std::string(english); }
+  std::string translated(std::string_view, std::string_view english) const override { return std::string(english); }
   std::string translatedCount(int64_t n, std::string_view one, std::string_view other) const override {
     return std::string(n == 1 ? one : other);
   }
@@ -49,7 +63,7 @@ std::string drawnOut(std::string_view word) {
 /// longer. "{name}" stays as it is, and so does every byte that is no ASCII letter.
 class Pseudo final : public Language {
  public:
-  std::string translated(std::string_view english) const override {
+  std::string translated(std::string_view, std::string_view english) const override {
     std::string out;
     while (!english.empty()) {
       size_t taken = placeholder(english);
@@ -66,16 +80,125 @@ class Pseudo final : public Language {
     return out;
   }
   std::string translatedCount(int64_t n, std::string_view one, std::string_view other) const override {
-    return translated(n == 1 ? one : other);
+    return translated({}, n == 1 ? one : other);
   }
 };
 
+/// A language with a catalogue. Boost reads its file, the rule of its plural forms included.
+class Translated final : public Language {
+ public:
+  using Messages = boost::locale::message_format<char>;
+
+  /// Takes the messages over; only a std::locale can own them.
+  explicit Translated(Messages* messages) : owner_(std::locale::classic(), messages), messages_(*messages) {}
+
+  std::string translated(std::string_view context, std::string_view english) const override {
+    if (english.empty()) return {};  // the key of the catalogue's own header
+    const std::string key(english), within(context);
+    const char* found =
+        look([&] { return messages_.get(kDomain, within.empty() ? nullptr : within.c_str(), key.c_str()); });
+    return found == nullptr ? key : found;
+  }
+  std::string translatedCount(int64_t n, std::string_view one, std::string_view other) const override {
+    const uint64_t size = n < 0 ? 0 - static_cast<uint64_t>(n) : static_cast<uint64_t>(n);
+    const char* found = look([&] { return messages_.get(kDomain, nullptr, std::string(one).c_str(), sameForm(size)); });
+    return found == nullptr ? English().translatedCount(n, one, other) : found;
+  }
+
+ private:
+  static constexpr int kDomain = 0;
+
+  /// What is found; null also where the file is damaged, which Boost tells only here.
+  template <typename Get>
+  static const char* look(Get get) {
+    try {
+      return get();
+    } catch (const std::exception&) {
+      return nullptr;
+    }
+  }
+
+  /// A number that fits where Boost takes it and ends in the same digits, which is what the rules look at.
+  static int sameForm(uint64_t n) {
+    constexpr uint64_t kMillion = 1'000'000;
+    return static_cast<int>(n < kMillion ? n : kMillion + n % kMillion);
+  }
+
+  const std::locale owner_;
+  const Messages& messages_;
+};
+
+Result<std::unique_ptr<const Language>> readCatalogue(const std::string& language, const std::string& folder) {
+  boost::locale::gnu_gettext::messages_info info;
+  info.language = language;
+  info.encoding = "UTF-8";
+  info.domains = {{"pillora"}};
+  info.paths = {folder};
+  std::string path;
+  bool isThere = false;
+  info.callback = [&](const std::string& name, const std::string&) {
+    std::ifstream file(path = name, std::ios::binary);
+    std::vector<char> bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    isThere = !bytes.empty();
+    return bytes;
+  };
+  try {
+    auto catalogue = std::make_unique<Translated>(boost::locale::gnu_gettext::create_messages_facet<char>(info));
+    if (isThere) return std::unique_ptr<const Language>(std::move(catalogue));
+  } catch (const std::exception& error) {
+    return Error{path + ": " + error.what()};
+  }
+  return Error{"there is no " + path};
+}
+
+/// The name of the catalogue for a language as people and systems write it, "en" for English; empty for what is not
+/// known.
+std::string catalogueNamed(const std::string& id) {
+  const auto locale = localeNamed(id);
+  if (!locale) return {};
+  const std::string language = locale->getLanguage();
+  if (language != "zh") return std::ranges::find(kLanguages, language) != kLanguages.end() ? language : "";
+  // Traditional characters are not those of the catalogue.
+  icu::Locale likely = *locale;
+  UErrorCode status = U_ZERO_ERROR;
+  likely.addLikelySubtags(status);
+  return likely.getScript() == std::string_view("Hans") ? "zh_CN" : "";
+}
+
+/// The variable's value; empty when it is not set.
+std::string environment(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value == nullptr ? "" : value;
+}
+
 }  // namespace
 
-Result<std::unique_ptr<const Language>> makeLanguage(const std::string& id) {
-  if (id == "en") return std::unique_ptr<const Language>(std::make_unique<English>());
+Result<std::unique_ptr<const Language>> makeLanguage(const std::string& id, const Catalogues& catalogues) {
   if (id == "en-XA" || id == "en_XA") return std::unique_ptr<const Language>(std::make_unique<Pseudo>());
-  return Error{"unknown language: " + id};
+  const std::string name = catalogueNamed(id);
+  if (name.empty()) return Error{"unknown language: " + id};
+  std::unique_ptr<const Language> english = std::make_unique<English>();
+  if (name == "en") return english;
+  auto read = readCatalogue(name, catalogues.folder);
+  if (read) return read;
+  if (catalogues.console != nullptr) {
+    catalogues.console->print("Own texts are in English: " + read.error().description);
+  }
+  return english;
+}
+
+std::string systemLanguage() {
+  std::string asked;
+  for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    if (asked.empty()) asked = environment(variable);
+  }
+  const std::string plain = asked.substr(0, asked.find('.'));
+  if (plain.empty() || plain == "C" || plain == "POSIX") return "en";
+  std::stringstream list(environment("LANGUAGE") + ':' + asked);
+  for (std::string id; std::getline(list, id, ':');) {
+    if (std::string name = catalogueNamed(id); !name.empty()) return name;
+  }
+  return "en";
 }
 
 }  // namespace pillora

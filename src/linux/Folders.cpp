@@ -98,6 +98,15 @@ std::optional<std::string> documentsFolder() {
   return optionalText(home().empty() ? fs::path() : home() / "Documents");
 }
 
+std::string cataloguesFolder() {
+  std::error_code failure;
+  const fs::path program = fs::read_symlink("/proc/self/exe", failure).parent_path();
+  const fs::path installed = (program / "../share/locale").lexically_normal();
+  return fs::exists(installed / "de/LC_MESSAGES/pillora.mo", failure)
+             ? installed.string()
+             : (program / "../../po").lexically_normal().string();
+}
+
 Result<std::string> groupContainer() {
   const fs::path data = baseDirectory("XDG_DATA_HOME", ".local/share");
   if (data.empty()) return Error{"this user has no home folder"};

@@ -26,6 +26,10 @@ std::optional<std::string> configurationFolder();
 /// It need not be there yet. Nothing when this user has no home folder.
 std::optional<std::string> documentsFolder();
 
+/// Where the catalogues of languages lie for this program, as it is installed or in a build tree: the folder that holds
+/// "de/LC_MESSAGES". It need not be there.
+std::string cataloguesFolder();
+
 /// Makes a folder and what leads to it where missing, readable by their owner alone; a folder that is there stays as
 /// it is.
 Result<void> makePrivateFolder(const std::string& path);

@@ -5,12 +5,13 @@
 #include <utility>
 
 #include "model/Medicine.h"
+#include "platform/Texts.h"
 
 namespace pillora {
 
 std::string_view rawValue(DoseStatus status) {
-  constexpr std::array<std::string_view, kAllDoseStatuses.size()> kTexts = {"Taken", "Missed", "Skipped", "Snoozed",
-                                                                            "Pending"};
+  constexpr std::array<std::string_view, kAllDoseStatuses.size()> kTexts = {
+      ownText("Taken"), ownText("Missed"), ownText("Skipped"), ownText("Snoozed"), ownText("Pending")};
   return kTexts[static_cast<size_t>(status)];
 }
 

@@ -11,13 +11,13 @@ namespace {
 
 constexpr int64_t kMinutesPerHour = 60;
 
-std::string joined(const std::vector<std::string>& parts) {
-  std::string out;
+/// "Mon, Wed, Fri", in the manner of the language.
+std::string joined(const std::vector<std::string>& parts, const Texts& texts) {
+  std::string list;
   for (const std::string& part : parts) {
-    if (&part != &parts.front()) out += ", ";
-    out += part;
+    list = &part == &parts.front() ? part : texts.text("{list}, {item}", {{"list", list}, {"item", part}});
   }
-  return out;
+  return list;
 }
 
 std::string dailyText(const std::vector<TimeOfDay>& times, const Calendar& calendar, const Texts& texts) {
@@ -29,7 +29,7 @@ std::string dailyText(const std::vector<TimeOfDay>& times, const Calendar& calen
       shown.push_back(texts.shortTime(*instant, false));
     }
   }
-  return texts.text("Daily at {times}", {{"times", joined(shown)}});
+  return texts.text("Daily at {times}", {{"times", joined(shown, texts)}});
 }
 
 /// Deliberate: weekdays alone, with no prefix and no time; numbers that are no weekday are left out.
@@ -38,14 +38,15 @@ std::string weeklyText(const std::set<int64_t>& days, const Texts& texts) {
   for (const int64_t day : days) {
     if (day >= 1 && day <= 7) shown.push_back(texts.shortWeekdaySymbol(static_cast<int>(day)));
   }
-  return joined(shown);
+  return joined(shown, texts);
 }
 
 /// Deliberate: unlike weekdays, every number of the set is shown.
 std::string monthlyText(const std::set<int64_t>& days, const Texts& texts) {
   std::vector<std::string> shown;
   for (const int64_t day : days) shown.push_back(std::to_string(day));
-  return texts.text(days.size() == 1 ? "Monthly on day {days}" : "Monthly on days {days}", {{"days", joined(shown)}});
+  return texts.counted(static_cast<int64_t>(days.size()), "Monthly on day {days}", "Monthly on days {days}",
+                       {{"days", joined(shown, texts)}});
 }
 
 std::string hoursText(int64_t hours, const Texts& texts) {
@@ -147,8 +148,8 @@ class MemberReader {
 }  // namespace
 
 std::string_view rawValue(ReminderIntervalType type) {
-  constexpr std::array<std::string_view, kAllReminderIntervalTypes.size()> kTexts = {"Hourly", "Daily", "Weekly",
-                                                                                     "Monthly", "Custom"};
+  constexpr std::array<std::string_view, kAllReminderIntervalTypes.size()> kTexts = {
+      ownText("Hourly"), ownText("Daily"), ownText("Weekly"), ownText("Monthly"), ownText("Custom")};
   return kTexts[static_cast<size_t>(type)];
 }
 

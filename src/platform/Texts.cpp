@@ -42,8 +42,9 @@ std::string Texts::fileSize(int64_t bytes) const {
     double bytes;
     int fractionDigits;
   };
-  static constexpr Unit kUnits[] = {{"{size} KB", 1e3, 0},  {"{size} MB", 1e6, 1},  {"{size} GB", 1e9, 2},
-                                    {"{size} TB", 1e12, 2}, {"{size} PB", 1e15, 2}, {"{size} EB", 1e18, 2}};
+  static constexpr Unit kUnits[] = {{ownText("{size} KB"), 1e3, 0},  {ownText("{size} MB"), 1e6, 1},
+                                    {ownText("{size} GB"), 1e9, 2},  {ownText("{size} TB"), 1e12, 2},
+                                    {ownText("{size} PB"), 1e15, 2}, {ownText("{size} EB"), 1e18, 2}};
   bytes = std::max<int64_t>(bytes, 0);
   if (bytes < 1000) {
     return counted(bytes, "{size} byte", "{size} bytes", {{"size", number(static_cast<double>(bytes), 0)}});

@@ -11,6 +11,13 @@
 
 namespace pillora {
 
+/// Marks an own text in a table, which is shown later, for the extraction of texts into catalogues (tools/texts). That
+/// reads the sources and finds a text only where it stands as a whole: never build one from pieces, and never choose
+/// between two within the brackets of a call.
+constexpr std::string_view ownText(std::string_view english) { return english; }
+/// The same for Texts::textIn.
+constexpr std::string_view ownTextIn(std::string_view /*context*/, std::string_view english) { return english; }
+
 /// Everything shown to a person goes through here: the system's own texts, laid over with a language, and the dates,
 /// times, numbers and order of the user's locale. Language and locale are separate choices. No rule ever reads a text
 /// that came from here.
@@ -28,7 +35,12 @@ class Texts {
   /// An own text in the language in use. `english` is the text as it stands in English, the key and the answer where
   /// no translation is known. Values take the place of "{name}"; a value is data and is never searched for braces.
   std::string text(std::string_view english, Arguments arguments = {}) const {
-    return filled(translated(english), arguments);
+    return filled(translated({}, english), arguments);
+  }
+  /// The same for a word that English uses for several things for which other languages have a word each: `context`, a
+  /// fixed word, says which is meant. It is a part of the key and is never shown.
+  std::string textIn(std::string_view context, std::string_view english, Arguments arguments = {}) const {
+    return filled(translated(context, english), arguments);
   }
   /// The same for a text that counts: English uses `one` for 1 alone. A language may know further forms. Both name the
   /// count "{n}", which is filled in as a plain decimal number.
@@ -75,7 +87,8 @@ class Texts {
  protected:
   /// A number in the locale's digits with at most so many after the point, rounded; without grouping.
   virtual std::string number(double value, int fractionDigits) const = 0;
-  virtual std::string translated(std::string_view english) const = 0;
+  /// `context` is empty where there is none.
+  virtual std::string translated(std::string_view context, std::string_view english) const = 0;
   virtual std::string translatedCount(int64_t n, std::string_view one, std::string_view other) const = 0;
 
  private:

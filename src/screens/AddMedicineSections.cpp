@@ -56,9 +56,10 @@ class SectionBuilder {
         rows.emplace_back(timeRow("monthlyTime", texts_.text("Time"), state_.monthlyTime));
         break;
       case ReminderIntervalType::custom:
-        rows.emplace_back(numberStepper("customIntervalHours", "Hours: {n}", state_.customIntervalHours, kCustomHours));
         rows.emplace_back(
-            numberStepper("customIntervalMinutes", "Minutes: {n}", state_.customIntervalMinutes, kCustomMinutes));
+            numberStepper("customIntervalHours", ownText("Hours: {n}"), state_.customIntervalHours, kCustomHours));
+        rows.emplace_back(numberStepper("customIntervalMinutes", ownText("Minutes: {n}"), state_.customIntervalMinutes,
+                                        kCustomMinutes));
         break;
     }
     return section;
@@ -82,9 +83,9 @@ class SectionBuilder {
                         {ToggleRow{"allowSnooze", texts_.text("Allow Snooze"), state_.allowSnooze}}};
     if (!state_.allowSnooze) return section;
     section.rows.emplace_back(
-        numberStepper("snoozeDuration", "Snooze Duration: {n} min", state_.snoozeDuration, kSnoozeMinutes));
+        numberStepper("snoozeDuration", ownText("Snooze Duration: {n} min"), state_.snoozeDuration, kSnoozeMinutes));
     section.rows.emplace_back(
-        numberStepper("maxSnoozeCount", "Max Snooze Count: {n}", state_.maxSnoozeCount, kMaxSnoozeCount));
+        numberStepper("maxSnoozeCount", ownText("Max Snooze Count: {n}"), state_.maxSnoozeCount, kMaxSnoozeCount));
     return section;
   }
 

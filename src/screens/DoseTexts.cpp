@@ -12,15 +12,16 @@ namespace {
 
 struct StatusLook {
   DoseStatus status;
-  std::string_view symbol, color, inSentence;
+  std::string_view symbol, color, ofDoses, inSentence;
 };
 
 constexpr std::array kStatusLooks = {
-    StatusLook{DoseStatus::taken, "checkmark.circle.fill", "green", "taken"},
-    StatusLook{DoseStatus::missed, "xmark.circle.fill", "red", "missed"},
-    StatusLook{DoseStatus::skipped, "forward.circle.fill", "orange", "skipped"},
-    StatusLook{DoseStatus::snoozed, "clock.arrow.circlepath", "yellow", "snoozed"},
-    StatusLook{DoseStatus::pending, "circle", "grey", "pending"},
+    StatusLook{DoseStatus::taken, "checkmark.circle.fill", "green", ownTextIn("doses", "Taken"), ownText("taken")},
+    StatusLook{DoseStatus::missed, "xmark.circle.fill", "red", ownTextIn("doses", "Missed"), ownText("missed")},
+    StatusLook{DoseStatus::skipped, "forward.circle.fill", "orange", ownTextIn("doses", "Skipped"), ownText("skipped")},
+    StatusLook{DoseStatus::snoozed, "clock.arrow.circlepath", "yellow", ownTextIn("doses", "Snoozed"),
+               ownText("snoozed")},
+    StatusLook{DoseStatus::pending, "circle", "grey", ownTextIn("doses", "Pending"), ownText("pending")},
 };
 
 const StatusLook& lookOf(DoseStatus status) {
@@ -31,11 +32,16 @@ const StatusLook& lookOf(DoseStatus status) {
 std::string timingText(Instant::Duration off, bool isLate, const Texts& texts) {
   using namespace std::chrono_literals;
   const WholeUnits units(off);
-  if (off < 1h) return texts.text(isLate ? "{minutes}m late" : "{minutes}m early", {{"minutes", units.minutes}});
-  if (off >= 24h) return texts.text(isLate ? "{days}d late" : "{days}d early", {{"days", units.days}});
-  if (!units.hasMinutesOfHour) return texts.text(isLate ? "{hours}h late" : "{hours}h early", {{"hours", units.hours}});
-  return texts.text(isLate ? "{hours}h {minutes}m late" : "{hours}h {minutes}m early",
-                    {{"hours", units.hours}, {"minutes", units.minutesOfHour}});
+  const auto worded = [&](std::string_view late, std::string_view early, Texts::Arguments arguments) {
+    return texts.text(isLate ? late : early, arguments);
+  };
+  if (off < 1h) return worded(ownText("{minutes}m late"), ownText("{minutes}m early"), {{"minutes", units.minutes}});
+  if (off >= 24h) return worded(ownText("{days}d late"), ownText("{days}d early"), {{"days", units.days}});
+  if (!units.hasMinutesOfHour) {
+    return worded(ownText("{hours}h late"), ownText("{hours}h early"), {{"hours", units.hours}});
+  }
+  return worded(ownText("{hours}h {minutes}m late"), ownText("{hours}h {minutes}m early"),
+                {{"hours", units.hours}, {"minutes", units.minutesOfHour}});
 }
 
 }  // namespace
@@ -58,6 +64,8 @@ std::string statusSymbol(DoseStatus status) { return std::string(lookOf(status).
 std::string statusColor(DoseStatus status) { return std::string(lookOf(status).color); }
 
 std::string statusText(DoseStatus status, const Texts& texts) { return texts.text(rawValue(status)); }
+
+std::string dosesText(DoseStatus status, const Texts& texts) { return texts.textIn("doses", lookOf(status).ofDoses); }
 
 std::string statusTextInSentence(DoseStatus status, const Texts& texts) {
   return texts.text(lookOf(status).inSentence);

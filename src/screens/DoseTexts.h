@@ -28,6 +28,8 @@ std::string statusSymbol(DoseStatus status);
 std::string statusColor(DoseStatus status);
 /// "Taken"
 std::string statusText(DoseStatus status, const Texts& texts);
+/// "Taken", where it is the heading of a number of doses
+std::string dosesText(DoseStatus status, const Texts& texts);
 /// "taken", as it stands inside a sentence
 std::string statusTextInSentence(DoseStatus status, const Texts& texts);
 

@@ -52,7 +52,7 @@ MedicineDetailContent MedicineDetailView::content() const {
   const auto& [context, clock, calendar, texts, notifications] = environment_;
   MedicineDetailContent content;
   content.isEditing = isEditing_;
-  content.title = texts.text(isEditing_ ? "Edit Medicine" : "Details");
+  content.title = isEditing_ ? texts.text("Edit Medicine") : texts.text("Details");
   content.isDismissed = isDismissed();
   if (isGone()) return content;
   const Medicine& medicine = *medicine_;

@@ -16,33 +16,34 @@ constexpr std::array<std::string_view, 18> kBlanks = {"\t",     " ",      "\u00A
                                                       "\u2008", "\u2009", "\u200A", "\u202F", "\u205F", "\u3000"};
 
 /// What the colours and icons are called, for people who cannot see them.
-constexpr std::array<std::string_view, kColorNames.size()> kColorTitles = {"Blue", "Green",  "Red",  "Orange", "Purple",
-                                                                           "Pink", "Yellow", "Teal", "Indigo", "Mint"};
-constexpr std::array<std::string_view, kIconNames.size()> kIconTitles = {"Pills",
-                                                                         "Pill in a Circle",
-                                                                         "First Aid Kit",
-                                                                         "Heart",
-                                                                         "Drop",
-                                                                         "Leaf",
-                                                                         "Lightning Bolt",
-                                                                         "Moon",
-                                                                         "Sun",
-                                                                         "Sparkles",
-                                                                         "Syringe",
-                                                                         "Filled Syringe",
-                                                                         "Bandage",
-                                                                         "Medicine Vial",
-                                                                         "Infusion Bag",
-                                                                         "Stethoscope",
-                                                                         "Thermometer",
-                                                                         "Heartbeat",
-                                                                         "Head",
-                                                                         "Lungs",
-                                                                         "Allergens",
-                                                                         "Eye",
-                                                                         "Ear",
-                                                                         "Nose",
-                                                                         "Face Mask"};
+constexpr std::array<std::string_view, kColorNames.size()> kColorTitles = {
+    ownText("Blue"), ownText("Green"),  ownText("Red"),  ownText("Orange"), ownText("Purple"),
+    ownText("Pink"), ownText("Yellow"), ownText("Teal"), ownText("Indigo"), ownText("Mint")};
+constexpr std::array<std::string_view, kIconNames.size()> kIconTitles = {ownText("Pills"),
+                                                                         ownText("Pill in a Circle"),
+                                                                         ownText("First Aid Kit"),
+                                                                         ownText("Heart"),
+                                                                         ownText("Drop"),
+                                                                         ownText("Leaf"),
+                                                                         ownText("Lightning Bolt"),
+                                                                         ownText("Moon"),
+                                                                         ownText("Sun"),
+                                                                         ownText("Sparkles"),
+                                                                         ownText("Syringe"),
+                                                                         ownText("Filled Syringe"),
+                                                                         ownText("Bandage"),
+                                                                         ownText("Medicine Vial"),
+                                                                         ownText("Infusion Bag"),
+                                                                         ownText("Stethoscope"),
+                                                                         ownText("Thermometer"),
+                                                                         ownText("Heartbeat"),
+                                                                         ownText("Head"),
+                                                                         ownText("Lungs"),
+                                                                         ownText("Allergens"),
+                                                                         ownText("Eye"),
+                                                                         ownText("Ear"),
+                                                                         ownText("Nose"),
+                                                                         ownText("Face Mask")};
 
 // Grids of the form, in points.
 constexpr int64_t kGridColumns = 5, kGridSpacing = 12, kGridCellSize = 44;

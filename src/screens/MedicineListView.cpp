@@ -34,8 +34,9 @@ MedicineListContent MedicineListView::content() const {
   }
   const Instant now = environment_.clock.now();
   const Medicines found = shown();
-  for (const auto& [id, title] : {std::pair(kActive, "Active"), std::pair(kInactive, "Inactive")}) {
-    MedicineSection section{std::string(id), texts.text(title), {}};
+  for (const auto& [id, title] : {std::pair(kActive, ownTextIn("medicines", "Active")),
+                                  std::pair(kInactive, ownTextIn("medicines", "Inactive"))}) {
+    MedicineSection section{std::string(id), texts.textIn("medicines", title), {}};
     for (const auto& medicine : inSection(id, found)) section.rows.push_back(row(*medicine, now));
     if (!section.rows.empty()) content.sections.push_back(std::move(section));
   }

@@ -31,7 +31,7 @@ std::optional<DoseStatus> statusOf(HistoryFilter filter) {
 std::vector<RangeSegment> segments(TimeRange selected, const Texts& texts) {
   std::vector<RangeSegment> segments;
   for (const TimeRange range : kAllTimeRanges) {
-    segments.push_back({std::string(rawValue(range)), texts.text(rawValue(range)), range == selected});
+    segments.push_back({std::string(rawValue(range)), texts.textIn("time range", rawValue(range)), range == selected});
   }
   return segments;
 }
@@ -40,7 +40,7 @@ std::vector<FilterChip> chips(HistoryFilter selected, const Texts& texts) {
   std::vector<FilterChip> chips;
   for (const HistoryFilter filter : kAllHistoryFilters) {
     const auto status = statusOf(filter);
-    chips.push_back({std::string(rawValue(filter)), texts.text(rawValue(filter)),
+    chips.push_back({std::string(rawValue(filter)), texts.textIn("doses", rawValue(filter)),
                      status ? statusSymbol(*status) : "list.bullet", status ? statusColor(*status) : "blue",
                      filter == selected});
   }
@@ -48,7 +48,7 @@ std::vector<FilterChip> chips(HistoryFilter selected, const Texts& texts) {
 }
 
 StatItem statItem(int64_t value, DoseStatus status, const Texts& texts) {
-  return {value, statusText(status, texts), statusSymbol(status), statusColor(status)};
+  return {value, dosesText(status, texts), statusSymbol(status), statusColor(status)};
 }
 
 /// Headings of days as seen from one instant.
@@ -98,13 +98,15 @@ LogsByDay groupedByDay(const DoseHistory& history, const Calendar& calendar) {
 }  // namespace
 
 std::string_view rawValue(TimeRange range) {
-  constexpr std::array<std::string_view, kAllTimeRanges.size()> kTexts = {"Today", "Week", "Month", "All"};
+  constexpr std::array<std::string_view, kAllTimeRanges.size()> kTexts = {
+      ownTextIn("time range", "Today"), ownTextIn("time range", "Week"), ownTextIn("time range", "Month"),
+      ownTextIn("time range", "All")};
   return kTexts[static_cast<size_t>(range)];
 }
 
 std::string_view rawValue(HistoryFilter filter) {
   const auto status = statusOf(filter);
-  return status ? rawValue(*status) : "All";
+  return status ? rawValue(*status) : ownTextIn("doses", "All");
 }
 
 Instant rangeStart(TimeRange range, Instant now, const Calendar& calendar) {
@@ -129,12 +131,12 @@ Adherence adherence(const DoseCounts& counts, const Texts& texts) {
   // Truncated in double arithmetic, as everywhere where Pillora shows a percentage: 29 of 50 are 57%.
   adherence.percent = static_cast<int64_t>(rate * 100);
   adherence.percentText = std::to_string(adherence.percent);
-  adherence.percentSign = "%";
+  adherence.percentSign = texts.text("%");
   adherence.title = texts.text("Adherence Rate");
-  adherence.message = texts.text(rate < 0.5   ? "Needs improvement"
-                                 : rate < 0.8 ? "Good progress"
-                                 : rate < 1.0 ? "Great job!"
-                                              : "Perfect!");
+  adherence.message = rate < 0.5   ? texts.text("Needs improvement")
+                      : rate < 0.8 ? texts.text("Good progress")
+                      : rate < 1.0 ? texts.text("Great job!")
+                                   : texts.text("Perfect!");
   adherence.color = rate < 0.5 ? "red" : rate < 0.8 ? "orange" : "green";
   return adherence;
 }

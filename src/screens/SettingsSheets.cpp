@@ -19,8 +19,8 @@ BackupSheet SettingsView::backupSheet() const {
   const auto button = [&](std::string id, std::string_view title, std::string symbol) {
     return ButtonRow{std::move(id), texts.text(title), std::move(symbol), false, !isCreatingBackup_};
   };
-  sheet.section.rows = {button("createLocalBackup", "Create Local Backup", "folder"),
-                        button("createiCloudBackup", "Create iCloud Backup", "icloud.and.arrow.up")};
+  sheet.section.rows = {button("createLocalBackup", ownText("Create Local Backup"), "folder"),
+                        button("createiCloudBackup", ownText("Create iCloud Backup"), "icloud.and.arrow.up")};
   sheet.section.footer = texts.text("Backups include all medicines, dose history, and settings.");
   if (isCreatingBackup_) sheet.progress = texts.text("Creating backup...");
   return sheet;
@@ -66,13 +66,14 @@ std::vector<MessageAlert> SettingsView::alerts() const {
     alerts.push_back({std::move(id), texts.text(title), std::move(message), texts.text("OK")});
   };
   if (showingBackupSuccess_) {
-    add("backupCreated", "Backup Created", texts.text("Your data has been backed up successfully."));
+    add("backupCreated", ownText("Backup Created"), texts.text("Your data has been backed up successfully."));
   }
   if (showingRestoreSuccess_) {
-    add("restoreComplete", "Restore Complete", texts.text("Your data has been restored successfully."));
+    add("restoreComplete", ownText("Restore Complete"), texts.text("Your data has been restored successfully."));
   }
   if (backupError_) {
-    add("backupError", "Backup Error", backupError_->empty() ? texts.text("An error occurred") : *backupError_);
+    add("backupError", ownText("Backup Error"),
+        backupError_->empty() ? texts.text("An error occurred") : *backupError_);
   }
   return alerts;
 }

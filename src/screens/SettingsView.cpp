@@ -124,15 +124,17 @@ std::vector<FormSection> SettingsView::sections() const {
   const auto section = [&](std::string id, std::string_view title, std::vector<FormRow> rows) {
     return FormSection{.id = std::move(id), .title = texts.text(title), .rows = std::move(rows)};
   };
-  return {section("calendar", "Calendar", {weekStartRow(settings, texts), toggle("use24HourTime", "Use 24-Hour Time")}),
-          section("notifications", "Notifications", {statusRow(), soundRow(settings, texts)}),
-          section("defaultSnooze", "Default Snooze",
-                  {numberRow("defaultSnoozeDurationMinutes", "Duration: {n} min", settings, texts),
-                   numberRow("defaultMaxSnoozeCount", "Max Count: {n}", settings, texts)}),
-          section("display", "Display",
-                  {toggle("showMedicineIcons", "Show Medicine Icons"), toggle("enableHaptics", "Haptic Feedback")}),
+  return {section("calendar", ownText("Calendar"),
+                  {weekStartRow(settings, texts), toggle("use24HourTime", ownText("Use 24-Hour Time"))}),
+          section("notifications", ownText("Notifications"), {statusRow(), soundRow(settings, texts)}),
+          section("defaultSnooze", ownText("Default Snooze"),
+                  {numberRow("defaultSnoozeDurationMinutes", ownText("Duration: {n} min"), settings, texts),
+                   numberRow("defaultMaxSnoozeCount", ownText("Max Count: {n}"), settings, texts)}),
+          section("display", ownText("Display"),
+                  {toggle("showMedicineIcons", ownText("Show Medicine Icons")),
+                   toggle("enableHaptics", ownText("Haptic Feedback"))}),
           backupSection(settings),
-          section("privacy", "Privacy", {toggle("requireAuthentication", "Require Authentication")}),
+          section("privacy", ownText("Privacy"), {toggle("requireAuthentication", ownText("Require Authentication"))}),
           aboutSection()};
 }
 

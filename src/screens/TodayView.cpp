@@ -32,19 +32,19 @@ std::string greeting(int64_t hour, const Texts& texts) {
   return texts.text("Good Night");
 }
 
-DayProgress dayProgress(int64_t taken, size_t due) {
+DayProgress dayProgress(int64_t taken, size_t due, const Texts& texts) {
   const double progress = due == 0 ? 0 : static_cast<double>(taken) / static_cast<double>(due);
   // Truncated in double arithmetic, as everywhere where Pillora shows a percentage: 29 of 50 are 57%.
-  return {progress, std::to_string(static_cast<int64_t>(progress * 100)) + '%',
+  return {progress, texts.text("{percent}%", {{"percent", std::to_string(static_cast<int64_t>(progress * 100))}}),
           progress < 0.5   ? "orange"
           : progress < 1.0 ? "blue"
                            : "green"};
 }
 
 std::vector<StatBadge> statBadges(int64_t taken, size_t remaining, int64_t skipped, const Texts& texts) {
-  return {{"checkmark.circle.fill", std::to_string(taken), texts.text("Taken"), "green"},
-          {"clock.fill", std::to_string(remaining), texts.text("Remaining"), "blue"},
-          {"forward.circle.fill", std::to_string(skipped), texts.text("Skipped"), "orange"}};
+  return {{"checkmark.circle.fill", std::to_string(taken), dosesText(DoseStatus::taken, texts), "green"},
+          {"clock.fill", std::to_string(remaining), texts.textIn("doses", "Remaining"), "blue"},
+          {"forward.circle.fill", std::to_string(skipped), dosesText(DoseStatus::skipped, texts), "orange"}};
 }
 
 std::string countdownText(Instant::Duration ahead, const Texts& texts) {
@@ -149,7 +149,7 @@ void TodayView::addDay(TodayContent& content, Instant now, const DoseLogs& logs)
 
   content.greeting = greeting(calendar.components(now).hour, texts);
   content.date = texts.fullDate(now);
-  content.progress = dayProgress(taken, dosesDueToday(active, now, calendar).size());
+  content.progress = dayProgress(taken, dosesDueToday(active, now, calendar).size(), texts);
   content.badges = statBadges(taken, pending.size(), skipped, texts);
   if (!pending.empty()) content.dosesTitle = texts.text("Today's Medicines");
   for (const TodayEntry& entry : pending) {

@@ -75,9 +75,9 @@ class Cli : public ::testing::Test {
                                [](const Region& region) {
                                  return makeCalendar(region.locale.value_or("en_US"), region.timeZone.value_or("UTC"));
                                },
-                               [](const Region& region, const std::string& language) {
+                               [](const Region& region, const std::optional<std::string>& language) {
                                  return makeTexts(region.locale.value_or("en_US"), region.timeZone.value_or("UTC"),
-                                                  language);
+                                                  language.value_or("en"));
                                },
                                [this] { return Result<std::string>(store); },
                                [this](const RemindersPlace& place) { return openReminders(place); },

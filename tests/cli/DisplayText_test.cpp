@@ -53,6 +53,20 @@ TEST(DisplayText, wrappedTextFillsItsLines) {
   EXPECT_EQ(wrapped("one", 7), (std::vector<std::string>{"one"}));
   EXPECT_EQ(wrapped("", 7), (std::vector<std::string>{""}));
   EXPECT_EQ(wrapped("immeasurable one", 7), (std::vector<std::string>{"immeas…", "one"}));
+  EXPECT_EQ(wrapped("undo  with", 12), (std::vector<std::string>{"undo  with"}));
+}
+
+TEST(DisplayText, chineseIsWrappedBetweenLettersButNotBeforePunctuation) {
+  EXPECT_EQ(wrapped("启用之前不会有任何提醒", 10), (std::vector<std::string>{"启用之前不", "会有任何提", "醒"}));
+  EXPECT_EQ(wrapped("通知未启用。启用", 10), (std::vector<std::string>{"通知未启", "用。启用"}));
+  EXPECT_EQ(wrapped("选择“完成”或“保存”。", 12), (std::vector<std::string>{"选择“完成”或", "“保存”。"}));
+  EXPECT_EQ(wrapped("打开 Pillora 后记录", 12), (std::vector<std::string>{"打开 Pillora", "后记录"}));
+  EXPECT_EQ(wrapped("过去30天内", 6), (std::vector<std::string>{"过去30", "天内"}));
+}
+
+TEST(DisplayText, marksOfArabicTakeNoColumn) {
+  EXPECT_EQ(displayWidth("لم تُضَف"), displayWidth("لم تضف"));
+  EXPECT_EQ(displayWidth("دواء"), 4u);
 }
 
 }  // namespace

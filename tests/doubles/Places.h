@@ -25,8 +25,8 @@ inline std::unique_ptr<Calendar> calendarOf(const std::string& locale, const std
 
 /// The real texts of a locale in a zone, own texts in `language`. A name that is not known ends the test program.
 inline std::unique_ptr<Texts> textsOf(const std::string& locale, const std::string& zone,
-                                      const std::string& language = "en") {
-  return valueOrAbort(makeTexts(locale, zone, language));
+                                      const std::string& language = "en", const std::string& catalogues = {}) {
+  return valueOrAbort(makeTexts(locale, zone, language, {catalogues}));
 }
 
 /// `text` with plain blanks in place of the narrow and no-break blanks that locales put into times.

@@ -17,7 +17,7 @@ namespace pillora {
 
 /// Where a test's user lives and what they read.
 struct Place {
-  std::string zone = "America/New_York", locale = "en_US", language = "en";
+  std::string zone = "America/New_York", locale = "en_US", language = "en", catalogues = {};
 };
 
 /// What a screen is made from: a store, a clock that stands still, and the real calendar and texts of a place.
@@ -26,7 +26,7 @@ struct ScreenFixture {
                          const ModelConfiguration& configuration = {.isStoredInMemoryOnly = true})
       : clock(now),
         calendar(calendarOf(place.locale, place.zone)),
-        texts(textsOf(place.locale, place.zone, place.language)),
+        texts(textsOf(place.locale, place.zone, place.language, place.catalogues)),
         container(valueOrAbort(ModelContainer::open(configuration, executor))) {}
 
   ModelContext& context() { return container->mainContext(); }

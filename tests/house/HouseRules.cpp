@@ -49,6 +49,7 @@ struct Library {
 const std::vector<Library>& libraryTable() {
   static const std::vector<Library> table = {
       {"unicode/", {"icu"}},
+      {"boost/locale/", {"icu"}},
       {"SQLiteCpp/", {"store", "agent"}},
       {"sqlite3.h", {"store", "agent"}},
       {"systemd/", {"linux", "agent"}},

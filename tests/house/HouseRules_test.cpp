@@ -73,6 +73,8 @@ TEST(HouseRules, testsMayIncludeAnyRoom) {
 TEST(HouseRules, foreignLibrariesOutsideTheirRoomAreFound) {
   const Import imports[] = {
       {"src/icu/A.cpp", "unicode/calendar.h", ""},
+      {"src/icu/A.cpp", "boost/locale/gnu_gettext.hpp", ""},
+      {"src/cli/A.cpp", "boost/locale/gnu_gettext.hpp", "boost/locale/gnu_gettext.hpp has no place in cli"},
       {"src/model/A.cpp", "unicode/calendar.h", "unicode/calendar.h has no place in model"},
       {"src/cli/main.cpp", "unicode/calendar.h", "unicode/calendar.h has no place in cli"},
       {"src/store/A.cpp", "SQLiteCpp/Database.h", ""},
