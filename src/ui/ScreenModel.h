@@ -13,8 +13,8 @@ namespace pillora {
 /// One screen in QML: its content, and what a person does there as invokable actions. QML never changes content; it
 /// calls an action and draws what comes of it.
 ///
-/// Deliberate: models name their base with its namespace. The registration of types of Qt 6.4 finds it by no other name,
-/// and without it qmllint does not know what a model inherits.
+/// Deliberate: models name their base with its namespace. The registration of types of Qt 6.4 finds it by no other
+/// name, and without it qmllint does not know what a model inherits.
 class ScreenModel : public QObject {
   Q_OBJECT
   QML_ANONYMOUS
