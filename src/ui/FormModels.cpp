@@ -29,7 +29,6 @@ void AddMedicineModel::open() {
 }
 
 void AddMedicineModel::finishAction() {
-  redraw();
   emit acted();
   if (isOpen_ && view_->isDismissed()) {
     isOpen_ = false;
@@ -141,7 +140,7 @@ void MedicineDetailModel::act(Action action) {
   typed_.reset();
   action(*view_);
   emit acted();
-  refresh();
+  closeIfDismissed();
 }
 
 void MedicineDetailModel::closeIfDismissed() {

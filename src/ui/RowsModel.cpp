@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/RowsModel.h"
 
+#include <QQmlEngine>
 #include <QSet>
 #include <algorithm>
 #include <utility>
@@ -36,6 +37,17 @@ std::vector<bool> longestAscending(const std::vector<size_t>& places) {
   std::vector<bool> stays(places.size(), false);
   for (size_t i = tails.empty() ? places.size() : tails.back(); i < places.size(); i = before[i]) stays[i] = true;
   return stays;
+}
+
+/// Views take their delegates away when they come to it, which may be turns later, and until then these look at their
+/// row, and at the lists inside it. So it lasts as long as QML refers to it.
+void leaveToDelegates(QObject* row) {
+  row->setParent(nullptr);
+  if (qjsEngine(row)) {
+    QQmlEngine::setObjectOwnership(row, QQmlEngine::JavaScriptOwnership);
+  } else {
+    row->deleteLater();
+  }
 }
 
 }  // namespace
@@ -103,9 +115,8 @@ void RowsModel::removeMissing(const std::vector<Row>& wanted) {
     size_t first = end - 1;
     while (first > 0 && isMissing(first - 1)) --first;
     beginRemoveRows({}, static_cast<int>(first), static_cast<int>(end - 1));
-    // Their delegates may look at them once more on their way out.
     for (size_t i = first; i < end; ++i) {
-      if (rows_[i].object) rows_[i].object->deleteLater();
+      if (rows_[i].object) leaveToDelegates(rows_[i].object);
     }
     rows_.erase(rows_.begin() + static_cast<qsizetype>(first), rows_.begin() + static_cast<qsizetype>(end));
     endRemoveRows();

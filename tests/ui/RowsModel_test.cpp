@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModelTester>
+#include <QCoreApplication>
+#include <QJSEngine>
+#include <QPointer>
 #include <QSignalSpy>
 #include <rapidcheck/gtest.h>
 
@@ -145,6 +148,46 @@ TEST_F(RowsModelTest, rowsThatShareAnIdAreToldApart) {
   show({{.id = "a", .name = "1"}, {.id = "a", .name = "2"}, {.id = "b", .name = "3"}});
   show({{.id = "a", .name = "1"}, {.id = "b", .name = "3"}});
   EXPECT_EQ(told_, Told{"remove 1-1"});
+}
+
+/// An engine that keeps the object of the model's first row, as a delegate does, in the variable `row`.
+struct Keeper {
+  explicit Keeper(RowsModel& model) : object(model.data(model.index(0), RowsModel::rowRole).value<QObject*>()) {
+    engine.globalObject().setProperty("row", engine.newQObject(object));
+  }
+  QString ask(const char* question) { return engine.evaluate(QString::fromLatin1(question)).toString(); }
+
+  QJSEngine engine;
+  QPointer<QObject> object;
+};
+
+TEST_F(RowsModelTest, aRowThatIsRemovedLastsWhileADelegateShowsIt) {
+  show(std::vector<Card>{{.id = "a", .name = "Aspirin", .buttons = {{"t", "Take"}}}, {.id = "b", .name = "Biotin"}});
+  Keeper delegate(model_);
+  show({"b"});
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(delegate.ask("row.name + row.buttons.count"), "Aspirin1");
+  delegate.ask("row = null");
+  delegate.engine.collectGarbage();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(delegate.object, nullptr);
+}
+
+TEST_F(RowsModelTest, aRowThatStaysIsNotCollected) {
+  show({"a"});
+  Keeper delegate(model_);
+  delegate.ask("row = null");
+  delegate.engine.collectGarbage();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_NE(delegate.object, nullptr);
+}
+
+TEST_F(RowsModelTest, aRemovedRowThatNobodyShowsIsDeleted) {
+  show({"a"});
+  const QPointer<QObject> row = model_.data(model_.index(0), RowsModel::rowRole).value<QObject*>();
+  show({});
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(row, nullptr);
 }
 
 struct Heading {

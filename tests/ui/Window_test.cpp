@@ -106,6 +106,18 @@ TEST_F(Window, aMedicineIsAddedByTypingItsName) {
   EXPECT_FALSE(app_->addMedicine()->isOpen());
 }
 
+TEST_F(Window, whatIsDoneInAFormIsDrawnOnceWhenItsTurnEnds) {
+  open();
+  AddMedicineModel* const form = app_->addMedicine();
+  const auto sheet = [&] { return form->content()->property("monthSheet").value<QObject*>(); };
+  form->open();
+  form->choose(QStringLiteral("intervalType"), QStringLiteral("weekly"));
+  form->openSheet(QStringLiteral("startDate"));
+  EXPECT_EQ(sheet(), nullptr);
+  settleAll();
+  EXPECT_NE(sheet(), nullptr);
+}
+
 TEST_F(Window, whileItIsLockedOnlyTheLockIsLoaded) {
   add("Aspirin", {{8, 0}});
   settings()->requireAuthentication = true;
