@@ -118,7 +118,7 @@ std::optional<Instant> MonthSheet::dateOn(std::string_view cellId, Instant value
 
 TimeContent timeContent(const ScreenEnvironment& environment, const TimeRow& row, bool use24HourTime) {
   const auto& [context, clock, calendar, texts, notifications] = environment;
-  TimeContent content{row.id, row.label, {}, {}};
+  TimeContent content{row.id, row.label, {}, {}, texts.text("Hour"), texts.text("Minute"), texts.text("Done")};
   for (int64_t hour = 0; hour < 24; ++hour) {
     const auto time = calendar.dateOfTime(hour, 0);
     if (time) content.hours.push_back({hour, texts.hour(*time, use24HourTime), hour == row.hour});

@@ -99,11 +99,14 @@ struct TimeContent {
   std::string row;  ///< id of the row whose time is picked
   std::string title;
   std::vector<TimeCell> hours, minutes;  ///< 0 to 23 and 0 to 59
+  std::string hoursName, minutesName;    ///< for who does not see them
+  std::string done;                      ///< closes the sheet; what was picked has been taken over before
 
   static constexpr auto fields() {
     using Time = TimeContent;
     return std::tuple(field("row", &Time::row), field("title", &Time::title), field("hours", &Time::hours),
-                      field("minutes", &Time::minutes));
+                      field("minutes", &Time::minutes), field("hoursName", &Time::hoursName),
+                      field("minutesName", &Time::minutesName), field("done", &Time::done));
   }
 };
 

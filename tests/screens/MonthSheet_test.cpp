@@ -253,6 +253,7 @@ TEST(TimeContent, namesHoursAndMinutesInTheFormInUse) {
   for (const TimeCell& hour : twelve.hours) EXPECT_EQ(hour.isSelected, hour.value == 21);
   for (const TimeCell& minute : twelve.minutes) EXPECT_EQ(minute.isSelected, minute.value == 5);
   EXPECT_EQ(timeContent(fixture.environment(), row, true).hours[21].text, "21");
+  EXPECT_EQ(twelve.hoursName + " " + twelve.minutesName + " " + twelve.done, "Hour Minute Done");
 }
 
 }  // namespace

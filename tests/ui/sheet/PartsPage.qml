@@ -38,6 +38,8 @@ Rectangle {
                     { value: hour, text: (hour % 12 || 12) + (hour < 12 ? " AM" : " PM"), isSelected: hour === 9 })))
                 minutes: Sample.rows(Array.from({ length: 60 }, (_, minute) => (
                     { value: minute, text: String(minute).padStart(2, "0"), isSelected: minute === 30 })))
+                hoursName: "Hour"
+                minutesName: "Minute"
             }
         }
         EmptyState {

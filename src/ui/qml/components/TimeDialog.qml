@@ -35,8 +35,15 @@ ModalCard {
             focus: true
             hours: dialog.last.hours
             minutes: dialog.last.minutes
+            hoursName: dialog.last.hoursName
+            minutesName: dialog.last.minutesName
             onHourPicked: hour => dialog.form.pickHour(hour)
             onMinutePicked: minute => dialog.form.pickMinute(minute)
         }
+    }
+    PButton {
+        width: parent.width
+        text: dialog.last?.done ?? ""
+        onClicked: dialog.form.closeSheet()
     }
 }

@@ -8,8 +8,8 @@ Row {
 
     required property var hours
     required property var minutes
-    property string hoursName: ""
-    property string minutesName: ""
+    required property string hoursName
+    required property string minutesName
     signal hourPicked(int hour)
     signal minutePicked(int minute)
 
