@@ -15,9 +15,11 @@ namespace pillora {
 
 namespace {
 
-/// Several turns of the event loop: bindings and layouts come to rest. Nothing moves meanwhile.
+/// Several turns of the event loop: bindings and layouts come to rest, and what is gone is deleted, which such turns
+/// leave to a loop that runs. Nothing moves meanwhile.
 void settle() {
   for (int turn = 0; turn < 8; ++turn) QCoreApplication::processEvents();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 /// The id of the first medicine of the list.
@@ -49,7 +51,6 @@ void show(const Look& look, QQuickWindow& window, Appearance& appearance) {
   appearance.setProperty("mirrored", look.isMirrored);
   appearance.setFontScale(look.fontScale);
   window.resize(look.size);
-  movePointerAway(window);
 }
 
 /// "today-360x720-light.png"
@@ -145,6 +146,7 @@ bool drawScreens(AppModel& app, QQuickWindow& window, Appearance& appearance, co
       scene.enter(app);
       settle();
       window.grabWindow();  // texts take their lines
+      movePointerAway(window);
       settle();
       const QString path = place.filePath(fileName(scene, look));
       isFine = window.grabWindow().save(path) && isFine;

@@ -71,7 +71,10 @@ void QmlTest::settle() {
   for (int turn = 0; turn < 3; ++turn) QCoreApplication::processEvents();
   view_.grabWindow();
   QCoreApplication::processEvents();
+  deleteWhatIsGone();
 }
+
+void QmlTest::deleteWhatIsGone() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
 QQuickItem* QmlTest::find(const QString& name) {
   QQuickItem* const item = findIn(view_.contentItem(), name);

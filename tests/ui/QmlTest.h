@@ -28,6 +28,8 @@ class QmlTest : public testing::Test {
   QQuickItem* show(const QString& qml, QSize size = {360, 400});
   /// Everything that is waiting has happened and is drawn.
   void settle();
+  /// What a loop that runs deletes by itself: items that have left, which may warn on their way out.
+  static void deleteWhatIsGone();
 
   /// The item in there whose objectName this is.
   QQuickItem* find(const QString& name);

@@ -64,6 +64,7 @@ void WindowTest::settleAll() {
   }
   window_->grabWindow();
   for (int turn = 0; turn < 4; ++turn) QCoreApplication::processEvents();
+  deleteWhatIsGone();
 }
 
 QQuickItem* WindowTest::seek(const Wanted& wanted) { return seekIn(window_->contentItem(), wanted); }

@@ -54,6 +54,16 @@ TEST_F(Window, anEmptyAppIsDrawnWithoutAWarning) {
   }
 }
 
+TEST_F(Window, aLongListBeginsAtItsTop) {
+  fillWithDemo(context(), *calendar, clock.now());
+  open();
+  app_->root()->select(3);
+  settleAll();
+  const QQuickItem* const ranges = seek("name", "Time Range", "SegmentedPicker");
+  ASSERT_NE(ranges, nullptr);
+  EXPECT_GE(ranges->mapToScene({}).y(), 64);
+}
+
 TEST_F(Window, controlAndANumberShowATab) {
   open();
   const std::array keys = {Qt::Key_2, Qt::Key_3, Qt::Key_4, Qt::Key_5, Qt::Key_1};

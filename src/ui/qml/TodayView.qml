@@ -90,7 +90,7 @@ TabPage {
                 DoseCard {
                     required property var row
 
-                    width: parent.width
+                    width: parent ? parent.width : implicitWidth
                     name: row.name
                     dosage: row.dosageText
                     icon: row.icon

@@ -8,6 +8,7 @@ ListView {
     id: list
 
     property bool hasMore: false
+    property real lastOrigin: 0
     readonly property real columnWidth: Math.min(width - 2 * Theme.padding, Theme.readableWidth)
     readonly property real columnX: (width - columnWidth) / 2
     signal endReached
@@ -21,6 +22,14 @@ ListView {
     keyNavigationEnabled: false
     onContentYChanged: if (hasMore && contentY + 2 * height > originY + contentHeight)
         endReached()
+
+    // A list that shows its beginning goes on showing it when its header grows.
+    onOriginYChanged: {
+        const atBeginning = contentY <= lastOrigin + 1
+        lastOrigin = originY
+        if (atBeginning && !moving)
+            contentY = originY
+    }
 
     T.ScrollBar.vertical: ScrollIndicator {}
 }

@@ -23,7 +23,7 @@ ModalCard {
         when: dialog.last !== null
 
         MonthView {
-            width: parent.width
+            width: parent ? parent.width : implicitWidth
             focus: true
             month: dialog.last
             onPicked: day => {

@@ -54,6 +54,9 @@ Item {
         text: bar.title
         horizontalAlignment: bar.large ? Text.AlignLeft : Text.AlignHCenter
         size: bar.large ? Theme.largeTitle : Theme.headline
+        wrapMode: Text.WordWrap
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 11
         font.weight: bar.large ? Font.Bold : Font.DemiBold
         Accessible.role: Accessible.Heading
     }
