@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
+#include "platform/Texts.h"
 #include "support/Result.h"
 
 namespace pillora {
@@ -47,7 +50,10 @@ struct CommandWords {
 };
 
 /// Everything that a command line may hold.
-std::vector<CommandWords> knownWords();
+std::vector<CommandWords> knownWords(const Texts& texts);
+
+/// Makes the texts of a language, of the system's where none is named.
+using HelpTexts = std::function<Result<std::unique_ptr<Texts>>(const std::optional<std::string>& language)>;
 
 /// What `--help` or `--version` asked for, ready to print.
 struct HelpText {
@@ -56,6 +62,8 @@ struct HelpText {
 
 /// Sorts the arguments, the program's own name left out. Errors are wrong usage: an unknown word, a missing one, an
 /// option twice, invalid UTF-8 anywhere but in the name of a file.
-Result<std::variant<CommandLine, HelpText>> parseCommandLine(const std::vector<std::string>& arguments);
+/// Help is in the language that stands before it, else in that of the system; errors are in English.
+Result<std::variant<CommandLine, HelpText>> parseCommandLine(const std::vector<std::string>& arguments,
+                                                             const HelpTexts& makeTexts);
 
 }  // namespace pillora

@@ -325,7 +325,7 @@ Result<Action> completionCommand(const CommandLine& line, Session& session) {
   for (const auto& [shell, script] : kShells) {
     if (*line.shell != shell) continue;
     return Action([&session, script = script]() -> Result<std::string> {
-      const std::string text = script(knownWords());
+      const std::string text = script(knownWords(session.texts()));
       return session.json() ? jsonLine(Json::object({{"script", text}})) : text;
     });
   }

@@ -58,7 +58,8 @@ bool passesTheLock(const CommandLine& line) {
 }  // namespace
 
 int run(const std::vector<std::string>& arguments, const CliEnvironment& environment, std::ostream& out) {
-  const auto parsed = parseCommandLine(arguments);
+  const auto parsed =
+      parseCommandLine(arguments, [&](const auto& language) { return environment.makeTexts({}, language); });
   if (!parsed) return fail(environment, parsed.error(), kWrongUsage);
   if (const auto* help = std::get_if<HelpText>(&*parsed)) {
     out << help->text;

@@ -5,6 +5,7 @@
 #include <array>
 #include <boost/locale/gnu_gettext.hpp>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <locale>
@@ -95,28 +96,17 @@ class Translated final : public Language {
   std::string translated(std::string_view context, std::string_view english) const override {
     if (english.empty()) return {};  // the key of the catalogue's own header
     const std::string key(english), within(context);
-    const char* found =
-        look([&] { return messages_.get(kDomain, within.empty() ? nullptr : within.c_str(), key.c_str()); });
+    const char* found = messages_.get(kDomain, within.empty() ? nullptr : within.c_str(), key.c_str());
     return found == nullptr ? key : found;
   }
   std::string translatedCount(int64_t n, std::string_view one, std::string_view other) const override {
     const uint64_t size = n < 0 ? 0 - static_cast<uint64_t>(n) : static_cast<uint64_t>(n);
-    const char* found = look([&] { return messages_.get(kDomain, nullptr, std::string(one).c_str(), sameForm(size)); });
+    const char* found = messages_.get(kDomain, nullptr, std::string(one).c_str(), sameForm(size));
     return found == nullptr ? English().translatedCount(n, one, other) : found;
   }
 
  private:
   static constexpr int kDomain = 0;
-
-  /// What is found; null also where the file is damaged, which Boost tells only here.
-  template <typename Get>
-  static const char* look(Get get) {
-    try {
-      return get();
-    } catch (const std::exception&) {
-      return nullptr;
-    }
-  }
 
   /// A number that fits where Boost takes it and ends in the same digits, which is what the rules look at.
   static int sameForm(uint64_t n) {
@@ -128,27 +118,52 @@ class Translated final : public Language {
   const Messages& messages_;
 };
 
+/// Whether these bytes are a catalogue as msgfmt writes one: Boost believes what it reads. The format is in gettext's
+/// manual, "The Format of GNU MO Files".
+bool isSound(const std::vector<char>& bytes) {
+  const auto word = [&](size_t at) {
+    uint32_t value = 0;
+    if (at + sizeof value <= bytes.size()) std::memcpy(&value, bytes.data() + at, sizeof value);
+    return value;
+  };
+  const auto holds = [&](size_t table, size_t words) {
+    return table <= bytes.size() && words <= (bytes.size() - table) / sizeof(uint32_t);
+  };
+  const size_t count = word(8), texts = word(12), translations = word(16), slots = word(20), hashes = word(24);
+  if (word(0) != 0x950412de || word(4) != 0) return false;
+  if (!holds(texts, count * 2) || !holds(translations, count * 2) || !holds(hashes, slots)) return false;
+  for (size_t i = 0; i < count * 2; i += 2) {
+    for (const size_t at : {texts + i * 4, translations + i * 4}) {
+      const size_t end = size_t{word(at)} + word(at + 4);
+      if (end >= bytes.size() || bytes[end] != '\0') return false;
+    }
+  }
+  size_t filled = 0;
+  for (size_t i = 0; i < slots; ++i) {
+    if (word(hashes + i * 4) > count) return false;
+    filled += word(hashes + i * 4) != 0;
+  }
+  return slots > 2 && filled < slots;  // a search ends at a slot that is free
+}
+
 Result<std::unique_ptr<const Language>> readCatalogue(const std::string& language, const std::string& folder) {
+  const std::string path = folder + '/' + language + "/LC_MESSAGES/pillora.mo";
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return Error{"there is no " + path};
+  const std::vector<char> bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  if (!isSound(bytes)) return Error{path + " is damaged"};
   boost::locale::gnu_gettext::messages_info info;
   info.language = language;
   info.encoding = "UTF-8";
   info.domains = {{"pillora"}};
   info.paths = {folder};
-  std::string path;
-  bool isThere = false;
-  info.callback = [&](const std::string& name, const std::string&) {
-    std::ifstream file(path = name, std::ios::binary);
-    std::vector<char> bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    isThere = !bytes.empty();
-    return bytes;
-  };
+  info.callback = [&](const std::string&, const std::string&) { return bytes; };
   try {
-    auto catalogue = std::make_unique<Translated>(boost::locale::gnu_gettext::create_messages_facet<char>(info));
-    if (isThere) return std::unique_ptr<const Language>(std::move(catalogue));
+    return std::unique_ptr<const Language>(
+        std::make_unique<Translated>(boost::locale::gnu_gettext::create_messages_facet<char>(info)));
   } catch (const std::exception& error) {
     return Error{path + ": " + error.what()};
   }
-  return Error{"there is no " + path};
 }
 
 /// The name of the catalogue for a language as people and systems write it, "en" for English; empty for what is not

@@ -5,6 +5,11 @@
 
 namespace pillora {
 
+std::string unitText(const std::string& unit, const Texts& texts) {
+  const bool isOurs = std::find(kUnitWords.begin(), kUnitWords.end(), unit) != kUnitWords.end();
+  return isOurs ? texts.textIn("unit", unit) : unit;
+}
+
 Medicine::Medicine() : Medicine(NewMedicine()) {}
 
 Medicine::Medicine(NewMedicine values)

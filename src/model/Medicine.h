@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -14,6 +16,18 @@
 #include "support/Fields.h"
 
 namespace pillora {
+
+/// The units of a dosage that are offered, in this order. They are stored as these words.
+inline constexpr std::array<std::string_view, 17> kUnitWords = {
+    ownTextIn("unit", "pill"),    ownTextIn("unit", "pills"),   ownTextIn("unit", "tablet"),
+    ownTextIn("unit", "tablets"), ownTextIn("unit", "capsule"), ownTextIn("unit", "capsules"),
+    ownTextIn("unit", "ml"),      ownTextIn("unit", "mg"),      ownTextIn("unit", "g"),
+    ownTextIn("unit", "oz"),      ownTextIn("unit", "drops"),   ownTextIn("unit", "spray"),
+    ownTextIn("unit", "puff"),    ownTextIn("unit", "patch"),   ownTextIn("unit", "injection"),
+    ownTextIn("unit", "unit"),    ownTextIn("unit", "dose")};
+
+/// A unit as it is shown: one of these words in the language in use, another as it was stored.
+std::string unitText(const std::string& unit, const Texts& texts);
 
 /// The user-settable values of a new medicine. The defaults are those of the schema.
 struct NewMedicine {

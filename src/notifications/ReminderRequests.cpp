@@ -50,8 +50,9 @@ UNNotificationRequest reminderRequest(const Medicine& medicine, Instant dueTime,
                                       const Texts& texts) {
   UNNotificationContent content = baseContent(medicine);
   content.title = texts.text("Time for your medicine");
-  content.body = texts.text("{name} - {dosage} {unit}",
-                            {{"name", medicine.name()}, {"dosage", medicine.dosage()}, {"unit", medicine.unit()}});
+  content.body = texts.text(
+      "{name} - {dosage} {unit}",
+      {{"name", medicine.name()}, {"dosage", medicine.dosage()}, {"unit", unitText(medicine.unit(), texts)}});
   return {doseIdentifier(medicine.id(), dueTime), std::move(content), minuteTrigger(dueTime, calendar)};
 }
 
@@ -59,8 +60,8 @@ UNNotificationRequest followUpRequest(const Medicine& medicine, Instant dueTime,
                                       const Calendar& calendar, const Texts& texts) {
   UNNotificationContent content = baseContent(medicine);
   content.title = texts.text("Reminder: {name}", {{"name", medicine.name()}});
-  content.body =
-      texts.text("You haven't taken {dosage} {unit} yet", {{"dosage", medicine.dosage()}, {"unit", medicine.unit()}});
+  content.body = texts.text("You haven't taken {dosage} {unit} yet",
+                            {{"dosage", medicine.dosage()}, {"unit", unitText(medicine.unit(), texts)}});
   content.userInfo.emplace_back("isFollowUp", true);
   content.userInfo.emplace_back("originalTime", dueTime.secondsSince1970());
   const std::string identifier = doseIdentifier(medicine.id(), dueTime) + "-followup-" + std::to_string(ordinal);

@@ -52,7 +52,9 @@ std::optional<std::string> medicineIcon(const Medicine& medicine, const AppSetti
   return settings.showMedicineIcons() ? std::optional(medicine.icon()) : std::nullopt;
 }
 
-std::string dosageText(const Medicine& medicine) { return medicine.dosage() + ' ' + medicine.unit(); }
+std::string dosageText(const Medicine& medicine, const Texts& texts) {
+  return texts.text("{dosage} {unit}", {{"dosage", medicine.dosage()}, {"unit", unitText(medicine.unit(), texts)}});
+}
 
 std::string medicineName(const DoseLog& log, const Texts& texts) {
   const auto medicine = log.medicine();

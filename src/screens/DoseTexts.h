@@ -20,7 +20,7 @@ std::string medicineColor(std::string_view name);
 /// The symbol to show beside a medicine: nothing when icons are switched off.
 std::optional<std::string> medicineIcon(const Medicine& medicine, const AppSettings& settings);
 /// "1 tablet"
-std::string dosageText(const Medicine& medicine);
+std::string dosageText(const Medicine& medicine, const Texts& texts);
 /// The name to show for a log's medicine: "Unknown" when there is none.
 std::string medicineName(const DoseLog& log, const Texts& texts);
 

@@ -17,7 +17,7 @@ class SectionBuilder {
 
   FormSection header() const {
     HeaderRow header{"header", medicine_.icon(), medicineColor(medicine_.color()), medicine_.name(),
-                     dosageText(medicine_)};
+                     dosageText(medicine_, texts_)};
     FormSection section{"header"};
     if (content_.isEditing) header.name.reset();
     section.rows.emplace_back(std::move(header));

@@ -90,8 +90,9 @@ std::string intervalTypeText(ReminderIntervalType type, const Texts& texts) { re
 
 PickerRow unitPicker(std::string id, std::string unit, const Texts& texts) {
   std::vector<PickerOption> options;
-  // Deliberate: units are shown as they are stored, in every language, as everywhere else.
-  for (const std::string_view word : kUnitWords) options.push_back({std::string(word), std::string(word)});
+  for (const std::string_view word : kUnitWords) {
+    options.push_back({std::string(word), unitText(std::string(word), texts)});
+  }
   return pickerRow(std::move(id), texts.text("Unit"), std::move(unit), std::move(options));
 }
 

@@ -15,10 +15,6 @@ namespace pillora {
 
 // What the form of a medicine offers and accepts, in the order in which it is offered.
 
-inline constexpr std::array<std::string_view, 17> kUnitWords = {
-    "pill", "pills", "tablet", "tablets", "capsule", "capsules",  "ml",   "mg",  "g",
-    "oz",   "drops", "spray",  "puff",    "patch",   "injection", "unit", "dose"};
-
 inline constexpr std::array<std::string_view, 10> kColorNames = {"blue", "green",  "red",  "orange", "purple",
                                                                  "pink", "yellow", "teal", "indigo", "mint"};
 

@@ -74,7 +74,7 @@ MedicineRowView MedicineListView::row(const Medicine& medicine, Instant now) con
   MedicineRowView row;
   row.id = medicine.id();
   row.name = medicine.name();
-  row.dosageText = dosageText(medicine);
+  row.dosageText = dosageText(medicine, texts);
   row.icon = medicineIcon(medicine, settingsShown(settings_));
   row.color = medicineColor(medicine.color());
   row.isActive = medicine.isActive();

@@ -79,7 +79,7 @@ UpcomingReminderCard upcomingReminderCard(const TodayEntry& entry, Instant now, 
   UpcomingReminderCard card;
   card.medicineId = medicine->id();
   card.name = medicine->name();
-  card.dosageText = dosageText(*medicine);
+  card.dosageText = dosageText(*medicine, texts);
   card.icon = medicineIcon(*medicine, settings);
   card.color = medicineColor(medicine->color());
   card.time = time;

@@ -54,7 +54,7 @@ UpcomingDoseCard upcomingDoseCard(const UpcomingDose& dose, Instant now, const A
   card.id = dose.id;
   card.medicineId = medicine.id();
   card.name = medicine.name();
-  card.dosageText = dosageText(medicine);
+  card.dosageText = dosageText(medicine, texts);
   card.icon = medicineIcon(medicine, settings);
   card.color = medicineColor(medicine.color());
   card.time = dose.time;

@@ -72,7 +72,7 @@ TEST_F(Lock, aLockedStoreRefusesEveryCommandAndNothingIsChanged) {
 }
 
 TEST_F(Lock, everyCommandIsLockedButThoseThatKnowNothingOfAPerson) {
-  for (const CommandWords& command : knownWords()) {
+  for (const CommandWords& command : knownWords(*textsOf("en_US", "UTC"))) {
     if (command.name.empty() || command.name == "next" || command.name == "completion") continue;
     Words words = {command.name};
     if (command.argument == "REF") words.push_back("Aspirin");

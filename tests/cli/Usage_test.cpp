@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "cli/CliFixture.h"
+#include "cli/CommandLine.h"
 #include "cli/DisplayText.h"
 
 namespace pillora {
@@ -176,6 +177,27 @@ TEST_F(Usage, helpIsPrintedForTheProgramAndEachCommandWithin80Columns) {
     for (std::string line; std::getline(lines, line);) EXPECT_LE(displayWidth(line), 80u) << line;
   }
   EXPECT_EQ(run({"--version"}).out, "pilloractl 1.0.0\n");
+}
+
+TEST_F(Usage, everyWordOfTheHelpHasItsLanguage) {
+  for (const CommandWords& command : knownWords(*textsOf("en_US", "UTC"))) {
+    const Words words = command.name.empty() ? Words{"--help"} : Words{command.name, "--help"};
+    const Called help = run(Words{"--language", "en-XA"} + words);
+    EXPECT_EQ(help.status, kDone);
+    for (const OptionWords& option : command.options) {
+      EXPECT_NE(help.out.find(option.name), std::string::npos) << option.name;
+      EXPECT_EQ(help.out.find(option.description), std::string::npos) << option.description;
+    }
+    for (const std::string heading : {"Usage:", "Options:", "Commands:", "Arguments:", "Examples:"}) {
+      EXPECT_EQ(help.out.find(heading), std::string::npos) << heading;
+    }
+    const std::string about = command.name.empty() ? "your medicines" : command.description;
+    EXPECT_EQ(help.out.find(about), std::string::npos) << about;
+  }
+}
+
+TEST_F(Usage, helpInAnUnknownLanguageIsRefused) {
+  EXPECT_TRUE(run({"--language", "tlh", "--help"}).failedWith(kWrongUsage));
 }
 
 TEST_F(Usage, aMissingFolderOfTheStoreIsARefusalInTheAppsOwnWords) {

@@ -73,15 +73,20 @@ TEST(Catalogues, keepThePlaceholders) {
   });
 }
 
+TEST(Catalogues, keepTheLines) {
+  eachForm([](std::string_view, const std::string& english, const std::string& form, bool) {
+    EXPECT_EQ(std::count(form.begin(), form.end(), '\n'), std::count(english.begin(), english.end(), '\n'));
+  });
+}
+
 TEST(Catalogues, keepTheBlanksAround) {
   eachForm([](std::string_view, const std::string& english, const std::string& form, bool) {
     EXPECT_EQ(blanksAround(form), blanksAround(english));
   });
 }
 
-TEST(Catalogues, holdNoMarksOfDirectionAndNoLineBreaks) {
-  for (const std::string_view mark :
-       {"\n", "\t", "\u200E", "\u200F", "\u061C", "\u202A", "\u202B", "\u2066", "\u2069"}) {
+TEST(Catalogues, holdNoMarksOfDirection) {
+  for (const std::string_view mark : {"\t", "\u200E", "\u200F", "\u061C", "\u202A", "\u202B", "\u2066", "\u2069"}) {
     eachForm([&](std::string_view, const std::string&, const std::string& form, bool) {
       EXPECT_EQ(form.find(mark), std::string::npos);
     });
@@ -94,11 +99,11 @@ TEST(Catalogues, arePunctuatedAsTheirLanguageIs) {
     const char* refused;
   };
   static const Rule kRules[] = {
-      {"fr", "[^\u202F][!?;]|[^\u00A0]:|\"|'|\u00AB[^\u00A0]"},
+      {"fr", "[^\u202F][!?;]|[^\u00A0]:(\\s|$)|\"|'|\u00AB[^\u00A0]"},
       {"es", "^[^\u00A1]*!|^[^\u00BF]*\\?|\""},
       {"de", "\"|'|\u201C[^\u201D]*\u201D"},
-      {"ar", "[,;?]|\""},
-      {"zh_CN", "[,;?!:\"]"},
+      {"ar", "[\x80-\xFF][,;?]|\""},
+      {"zh_CN", "[\x80-\xFF][,;?!:]|\""},
       {"", "\\.\\.\\.|  \\S.*  |\u00A0 | \u00A0"},
   };
   eachForm([](std::string_view language, const std::string&, const std::string& form, bool) {

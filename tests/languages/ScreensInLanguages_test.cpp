@@ -86,7 +86,7 @@ class Shown {
     }
     auto resting = medicineNamed("Zinc", hourly(3));
     resting.isActive = false;
-    resting.instructions = "mg";
+    resting.instructions = "1";
     resting.endDate = kNow;
     fixture_.add(resting);
   }
@@ -205,7 +205,8 @@ class OwnTexts {
 
 /// Members that hold a stored word, which is the same in every language.
 bool isRaw(const std::string& member) {
-  static const std::set<std::string> kRaw = {"status", "range", "filter", "frequency", "selected", "id"};
+  static const std::set<std::string> kRaw = {"status", "range", "filter", "frequency", "selected",
+                                             "symbol", "icon",  "id",     "kind"};
   return kRaw.contains(member);
 }
 
@@ -230,6 +231,7 @@ void compare(const Json& english, const Json& shown, const OwnTexts& own, std::s
 TEST(ScreensInLanguages, showNoTextInEnglish) {
   const Shown english("en");
   for (const auto& [language, forms] : kCatalogueLanguages) {
+    SCOPED_TRACE(language);
     const OwnTexts own(language);
     const Shown shown(language);
     std::set<std::string> seen;

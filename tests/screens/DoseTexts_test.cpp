@@ -110,11 +110,18 @@ TEST_F(DoseTexts, everyWordHasItsLanguage) {
   }
 }
 
+TEST_F(DoseTexts, unitsOfOursHaveTheirLanguageAndOthersAreData) {
+  const auto pseudo = *makeTexts("en_US", "UTC", "en-XA");
+  EXPECT_EQ(unitText("drops", *texts_), "drops");
+  EXPECT_NE(unitText("drops", *pseudo), "drops");
+  EXPECT_EQ(unitText("spoons", *pseudo), "spoons");
+}
+
 TEST_F(DoseTexts, dosageIsShownAsTyped) {
   NewMedicine values;
   values.dosage = "½ {minutes}";
   values.unit = "%s";
-  EXPECT_EQ(dosageText(*Medicine::make(values, kDue)), "½ {minutes} %s");
+  EXPECT_EQ(dosageText(*Medicine::make(values, kDue), *texts_), "½ {minutes} %s");
 }
 
 }  // namespace

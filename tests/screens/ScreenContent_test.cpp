@@ -99,7 +99,7 @@ TEST_F(ScreenContent, membersOfUpcomingWithoutMedicines) {
 void expectOnlyOwnTextsToDiffer(const Json& english, const Json& other, const std::string& name = {}) {
   static const std::set<std::string> kOwnTexts = {"title",      "text",      "greeting", "dosesTitle", "activityTitle",
                                                   "label",      "countdown", "relative", "timing",     "message",
-                                                  "statusText", "cancel",    "confirm"};
+                                                  "statusText", "cancel",    "confirm",  "dosageText"};
   ASSERT_EQ(english.type(), other.type()) << name;
   if (english.is_structured()) {
     ASSERT_EQ(english.size(), other.size()) << name;
