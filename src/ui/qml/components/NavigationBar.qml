@@ -56,6 +56,7 @@ Item {
         size: bar.large ? Theme.largeTitle : Theme.headline
         wrapMode: Text.WordWrap
         fontSizeMode: Text.HorizontalFit
+        verticalAlignment: Text.AlignVCenter
         minimumPixelSize: 11
         font.weight: bar.large ? Font.Bold : Font.DemiBold
         Accessible.role: Accessible.Heading
