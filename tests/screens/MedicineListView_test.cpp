@@ -42,6 +42,7 @@ TEST_F(MedicineListViewTest, anEmptyStoreShowsAPanelBelowTheTitle) {
   const auto empty = content();
   EXPECT_EQ(empty.title, "Medicines");
   EXPECT_EQ(empty.searchPrompt, "Search medicines");
+  EXPECT_EQ(empty.clearSearch, "Clear Search");
   EXPECT_EQ(empty.toolbar, (std::vector<ActionItem>{{"addMedicine", "Add Medicine", "plus.circle.fill"}}));
   EXPECT_EQ(empty.empty,
             (Panel{"pills", "No Medicines Added", "Add medicines to track your reminders and never miss a dose."}));

@@ -29,6 +29,7 @@ FocusScope {
 
                 width: parent.width
                 name: screen.list.searchPrompt
+                clearName: screen.list.clearSearch
                 onEdited: text => screen.model.search(text)
 
                 Shortcut {

@@ -55,7 +55,7 @@ QtObject {
     // Texts on any of them.
     readonly property color text: dark ? "#f1f2f4" : "#1b1e24"
     readonly property color secondary: highContrast ? (dark ? "#d5d9df" : "#363b43") : dark ? "#adb3bd" : "#5a606a"
-    readonly property color placeholder: highContrast ? secondary : dark ? "#969ca7" : "#666b74"
+    readonly property color placeholder: highContrast ? secondary : dark ? "#969ca7" : "#636871"
     readonly property color onSolid: "#ffffff"
     readonly property color accent: ink("blue")
     readonly property color focus: dark ? "#8ab4ff" : "#2f6fe0"

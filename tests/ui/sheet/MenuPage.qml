@@ -9,6 +9,7 @@ FormPage {
     MenuPopup {
         id: menu
 
+        name: "Frequency"
         parent: page
         y: 200
         x: page.width - width - 24

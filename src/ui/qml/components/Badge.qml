@@ -8,6 +8,7 @@ Rectangle {
     required property string text
     property string tone: "blue"
     property bool solid: false
+    property bool silent: false  // said already by what it stands in
     property real size: Theme.caption2
     property real sidePadding: 6
     property real endPadding: 2
@@ -23,6 +24,7 @@ Rectangle {
         anchors.centerIn: parent
         width: Math.min(implicitWidth, badge.width - 2 * badge.sidePadding)
         text: badge.text
+        Accessible.ignored: badge.silent
         wrapMode: Text.NoWrap
         elide: Text.ElideRight
         color: badge.solid ? Theme.onSolid : Theme.ink(badge.tone)

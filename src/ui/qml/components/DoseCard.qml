@@ -91,6 +91,7 @@ Card {
                     Badge {
                         Layout.alignment: Qt.AlignRight
                         text: card.badge
+                        silent: true
                         tone: card.badgeTone
                         size: Theme.caption
                         sidePadding: 8

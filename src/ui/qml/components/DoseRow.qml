@@ -12,6 +12,7 @@ ListRow {
     symbolColor: Theme.symbol(row.color)
     text: row.dateText
     detail: row.timeText
+    spoken: [row.dateText, row.timeText, row.statusText].join(", ")
 
     Label {
         text: control.row.statusText
@@ -19,5 +20,6 @@ ListRow {
         color: Theme.ink(control.row.color)
         size: Theme.subheadline
         font.weight: Font.Medium
+        Accessible.ignored: true
     }
 }

@@ -16,6 +16,7 @@ ListRow {
     symbolColor: Theme.symbol(row.color)
     text: row.name
     detail: row.timeText + "  " + row.statusText
+    spoken: [row.name, row.timeText, row.statusText, row.timing].filter(part => part).join(", ")
 
     Row {
         spacing: 2
@@ -24,6 +25,7 @@ ListRow {
             anchors.verticalCenter: parent.verticalCenter
             visible: control.row.timing !== null
             text: control.row.timing ?? ""
+            silent: true
             tone: control.row.timingColor ?? "blue"
         }
         Repeater {

@@ -12,6 +12,7 @@ Pressable {
     property bool stackable: false
     property string symbol: ""
     property string detail: ""
+    property string spoken: ""  // what a row that is only shown says as a whole
     property color tint: Theme.text
     property color symbolColor: Theme.symbol("blue")
     default property alias trailing: slot.data
@@ -74,6 +75,8 @@ Pressable {
                     text: control.text
                     color: control.tint
                     Accessible.ignored: control.interactive
+                    Accessible.role: control.spoken === "" ? Accessible.StaticText : Accessible.ListItem
+                    Accessible.name: control.spoken === "" ? text : control.spoken
                 }
                 Label {
                     Layout.fillWidth: true
@@ -81,7 +84,7 @@ Pressable {
                     text: control.detail
                     color: Theme.secondary
                     size: Theme.subheadline
-                    Accessible.ignored: control.interactive
+                    Accessible.ignored: control.interactive || control.spoken !== ""
                 }
             }
             Item {

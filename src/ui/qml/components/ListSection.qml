@@ -32,6 +32,9 @@ Column {
             id: column
 
             width: parent.width
+            Accessible.role: Accessible.List
+            Accessible.name: section.header
+            Accessible.ignored: section.header === ""
         }
     }
     Label {

@@ -12,6 +12,7 @@ ListRow {
     width: parent ? parent.width : implicitWidth
     text: row.name
     detail: row.timeText
+    spoken: [row.name, row.timeText, row.statusText, row.timing].filter(part => part).join(", ")
 
     Row {
         spacing: 6
@@ -20,11 +21,13 @@ ListRow {
             anchors.verticalCenter: parent.verticalCenter
             visible: control.row.timing !== null
             text: control.row.timing ?? ""
+            silent: true
             tone: control.row.timingColor ?? "blue"
         }
         Badge {
             anchors.verticalCenter: parent.verticalCenter
             text: control.row.statusText
+            silent: true
             tone: control.row.statusColor
             size: Theme.caption
             sidePadding: 8

@@ -86,6 +86,7 @@ SwipeRow {
                         Badge {
                             visible: control.row.inactiveBadge !== null
                             text: control.row.inactiveBadge ?? ""
+                            silent: true
                             solid: true
                             tone: "grey"
                         }

@@ -9,6 +9,7 @@ import QtQuick.Templates as T
 T.Popup {
     id: popup
 
+    required property string name
     required property var items
     property var selected: null
     property bool atEnd: false
@@ -79,6 +80,7 @@ T.Popup {
         LayoutMirroring.enabled: Theme.mirrored
         LayoutMirroring.childrenInherit: true
         Accessible.role: Accessible.PopupMenu
+        Accessible.name: popup.name
 
         T.ScrollBar.vertical: ScrollIndicator {}
 

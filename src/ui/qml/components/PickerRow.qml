@@ -51,6 +51,7 @@ ListRow {
 
         atEnd: true
         parent: control
+        name: control.row.label
         items: control.row.options
         selected: control.row.selected
         onPicked: option => control.edited(option)

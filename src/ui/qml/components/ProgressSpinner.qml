@@ -13,6 +13,7 @@ Item {
     implicitHeight: diameter
     Accessible.role: Accessible.Animation
     Accessible.name: text
+    Accessible.ignored: text === ""
 
     ProgressArc {
         id: arc

@@ -15,6 +15,7 @@ Rectangle {
     color: Theme.surface
 
     Accessible.role: Accessible.PageTabList
+    Accessible.name: "Pillora"
 
     function move(from: int, by: int) {
         const next = repeater.itemAt(from + by) as TabItem

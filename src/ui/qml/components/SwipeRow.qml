@@ -129,6 +129,7 @@ FocusScope {
 
         parent: swipe
         atEnd: true
+        name: swipe.removeTitle
         items: [{ id: "remove", title: swipe.removeTitle, symbol: swipe.removeSymbol, isDestructive: true }]
         onPicked: swipe.removed()
     }

@@ -44,6 +44,7 @@ Item {
 
         parent: control
         atEnd: true
+        name: control.row.title
         items: control.row.menu ?? null
         onPicked: id => control.triggered(id)
     }

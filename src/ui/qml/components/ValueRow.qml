@@ -12,9 +12,7 @@ ListRow {
     width: parent ? parent.width : implicitWidth
     text: row.label ?? ""
     stackable: true
-    voice: Accessible.StaticText
-    Accessible.name: [row.label, row.text, row.detail].filter(part => part).join(", ")
-    Accessible.ignored: false
+    spoken: plain ? "" : [row.label, row.text, row.detail].filter(part => part).join(", ")
 
     Item {
         width: parent.width
@@ -45,7 +43,7 @@ ListRow {
             color: control.plain ? Theme.text
                 : control.row.color ? Theme.ink(control.row.color) : Theme.secondary
             font.weight: below.visible ? Font.Medium : Font.Normal
-            Accessible.ignored: true
+            Accessible.ignored: !control.plain
         }
         Label {
             id: below
@@ -58,7 +56,7 @@ ListRow {
             horizontalAlignment: value.horizontalAlignment
             color: Theme.secondary
             size: Theme.footnote
-            Accessible.ignored: true
+            Accessible.ignored: !control.plain
         }
         PButton {
             id: button

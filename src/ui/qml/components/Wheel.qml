@@ -9,6 +9,7 @@ FocusScope {
 
     required property var cells
     required property string name
+    readonly property int value: (list.currentItem as WheelCell)?.row.value ?? 0
     readonly property real pitch: Math.max(40, Theme.title3 * 1.7)
     signal picked(int value)
 
