@@ -3,10 +3,17 @@
 
 namespace pillora {
 
+void FocusItem::showFocus() {
+  forceActiveFocus(Qt::TabFocusReason);
+  cameByKey_ = true;
+  emit visualFocusChanged();
+}
+
 void FocusItem::focusInEvent(QFocusEvent* event) {
   switch (event->reason()) {
     case Qt::ActiveWindowFocusReason:
     case Qt::PopupFocusReason:
+    case Qt::OtherFocusReason:
       break;
     case Qt::TabFocusReason:
     case Qt::BacktabFocusReason:

@@ -6,7 +6,7 @@
 namespace pillora {
 
 /// What can have the keyboard's focus, and knows whether to show it: after Tab and other keys, not after a press. Where
-/// the window or a popup gives the focus back, it is shown as it was.
+/// the window, a popup or a page gives the focus back, it is shown as it was.
 ///
 /// The controls stand on this and not on Qt's templates, because those give themselves a role for screen readers that
 /// QML cannot change.
@@ -17,6 +17,9 @@ class FocusItem : public QQuickItem {
 
  public:
   using QQuickItem::QQuickItem;
+
+  /// Takes the focus as Tab would, also where it has it already.
+  Q_INVOKABLE void showFocus();
 
   bool visualFocus() const { return cameByKey_ && hasActiveFocus(); }
 

@@ -2,6 +2,8 @@
 // What a screen reader finds: whatever can be pressed or focused on any screen, with its role, its name and its state,
 // and what comes of its actions.
 #include <QAccessible>
+#include <algorithm>
+#include <cmath>
 #include <map>
 #include <set>
 
@@ -44,14 +46,23 @@ bool isTapped(const QQuickItem* item) {
   });
 }
 
-/// What takes a press or the focus. Left out: what lies around a modal and closes it, and a row that is swiped, which
-/// holds the control that it is about.
-void collectInteractive(QQuickItem* item, std::vector<QQuickItem*>& all) {
-  if (!item->isVisible() || !item->isEnabled()) return;
+/// Whether it takes a press or the focus. Left out: what lies around a modal and closes it, and a row that is swiped,
+/// which holds the control that it is about.
+bool isInteractive(QQuickItem* item) {
   const bool isAround = item->parentItem() && item->parentItem()->inherits("QQuickOverlay");
   const bool isSwiped = item->property("removeTitle").isValid();
-  if (item->activeFocusOnTab() || (isTapped(item) && !isAround && !isSwiped)) all.push_back(item);
-  for (QQuickItem* child : item->childItems()) collectInteractive(child, all);
+  return item->activeFocusOnTab() || (isTapped(item) && !isAround && !isSwiped);
+}
+
+QRectF areaOf(QQuickItem* item) { return item->mapRectToScene({0, 0, item->width(), item->height()}); }
+
+QRectF turned(const QRectF& area) { return {area.y(), area.x(), area.height(), area.width()}; }
+
+/// Whether they lie side by side with nothing between them.
+bool adjoin(const QRectF& one, const QRectF& other) {
+  const auto meet = [](double a, double b) { return std::abs(a - b) < 0.5; };
+  return one.top() < other.bottom() && other.top() < one.bottom() &&
+         (meet(one.right(), other.left()) || meet(other.right(), one.left()));
 }
 
 class AccessibleTree : public WindowTest {
@@ -89,8 +100,7 @@ class AccessibleTree : public WindowTest {
       EXPECT_TRUE(kControls.contains(found->role()) || kOthers.contains(found->role())) << where << describe(found);
       EXPECT_NE(nameOf(found), "") << where << ": " << describe(found);
     }
-    std::vector<QQuickItem*> interactive;
-    collectInteractive(window_->contentItem(), interactive);
+    const auto interactive = seekAll(isInteractive);
     EXPECT_FALSE(interactive.empty()) << where;
     for (QQuickItem* item : interactive) {
       QQuickItem* speaker = item;  // half of a stepper speaks with the whole
@@ -101,16 +111,34 @@ class AccessibleTree : public WindowTest {
       EXPECT_TRUE(speaker == item || !item->activeFocusOnTab()) << where << ": " << item->metaObject()->className();
     }
   }
+
+  /// A finger finds it: 44 points each way, or as many as there are up to the middle of the gap to its neighbour.
+  void expectEverythingIsLargeEnough(const char* where) {
+    const auto interactive = seekAll(isInteractive);
+    const auto hasNeighbour = [&](QQuickItem* item, bool isBelow) {
+      return std::ranges::any_of(interactive, [&](QQuickItem* other) {
+        return isBelow ? adjoin(turned(areaOf(item)), turned(areaOf(other))) : adjoin(areaOf(item), areaOf(other));
+      });
+    };
+    for (QQuickItem* item : interactive) {
+      const QRectF area = areaOf(item);
+      EXPECT_TRUE(area.width() > 43.99 || hasNeighbour(item, false))
+          << where << ": " << item->metaObject()->className() << " is " << area.width() << " wide";
+      EXPECT_TRUE(area.height() > 43.99 || hasNeighbour(item, true))
+          << where << ": " << item->metaObject()->className() << " is " << area.height() << " high";
+    }
+  }
 };
 
 class AccessibleScreens : public AccessibleTree, public testing::WithParamInterface<QSize> {};
 
-TEST_P(AccessibleScreens, everyControlOfEveryScreenSpeaks) {
+TEST_P(AccessibleScreens, everyControlOfEveryScreenSpeaksAndIsLargeEnoughToTouch) {
   openDemo(GetParam());
   for (const Scene& scene : allScenes()) {
     scene.enter(*app_);
     settleAll();
     expectEverythingSpeaks(scene.name);
+    expectEverythingIsLargeEnough(scene.name);
     scene.leave(*app_);
     settleAll();
   }

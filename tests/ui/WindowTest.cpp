@@ -17,6 +17,12 @@ QQuickItem* seekIn(QQuickItem* item, const std::function<bool(QQuickItem*)>& wan
   return nullptr;
 }
 
+void seekAllIn(QQuickItem* item, const std::function<bool(QQuickItem*)>& wanted, std::vector<QQuickItem*>& all) {
+  if (!item->isVisible() || !item->isEnabled()) return;
+  if (wanted(item)) all.push_back(item);
+  for (QQuickItem* child : item->childItems()) seekAllIn(child, wanted, all);
+}
+
 }  // namespace
 
 WindowTest::WindowTest() {
@@ -68,6 +74,12 @@ void WindowTest::settleAll() {
 }
 
 QQuickItem* WindowTest::seek(const Wanted& wanted) { return seekIn(window_->contentItem(), wanted); }
+
+std::vector<QQuickItem*> WindowTest::seekAll(const Wanted& wanted) {
+  std::vector<QQuickItem*> all;
+  seekAllIn(window_->contentItem(), wanted, all);
+  return all;
+}
 
 QQuickItem* WindowTest::seek(const char* property, const QString& value, const char* type) {
   return seek([&](QQuickItem* item) {

@@ -42,6 +42,8 @@ class WindowTest : public QmlTest, protected AppFixture {
   using Wanted = std::function<bool(QQuickItem*)>;
   /// The first item in sight of which this holds; null when there is none.
   QQuickItem* seek(const Wanted& wanted);
+  /// All of them that are enabled as well.
+  std::vector<QQuickItem*> seekAll(const Wanted& wanted);
   /// One whose property has this value: a text, a name.
   QQuickItem* seek(const char* property, const QString& value, const char* type = "");
   void clickOn(QQuickItem* item);

@@ -16,6 +16,14 @@ Item {
     implicitWidth: 328
     implicitHeight: column.height + 22
 
+    // From the cell in focus to another; beyond the grid the key is somebody else's.
+    function walk(event: KeyEvent, by: int) {
+        const cells = Array.from(grid.children).filter(child => child instanceof Checkable)
+        const next = cells[cells.findIndex(cell => cell.activeFocus) + by]
+        next?.forceActiveFocus(Qt.TabFocusReason)
+        event.accepted = !!next
+    }
+
     Accessible.role: Accessible.Grouping
     Accessible.name: row.label
 
@@ -40,11 +48,17 @@ Item {
             Accessible.ignored: true
         }
         Grid {
+            id: grid
+
             readonly property real start: parent.width < 420 ? (parent.width - width) / 2 : Theme.padding - control.row.spacing / 2
 
             x: Theme.mirrored ? parent.width - width - start : start
             columns: control.row.columns
             LayoutMirroring.enabled: Theme.mirrored
+            Keys.onLeftPressed: event => control.walk(event, Theme.mirrored ? 1 : -1)
+            Keys.onRightPressed: event => control.walk(event, Theme.mirrored ? -1 : 1)
+            Keys.onUpPressed: event => control.walk(event, -columns)
+            Keys.onDownPressed: event => control.walk(event, columns)
 
             Repeater {
                 model: control.row.style === "swatches" ? control.row.cells : null

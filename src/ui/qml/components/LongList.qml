@@ -31,5 +31,13 @@ ListView {
             contentY = originY
     }
 
+    Keys.onPressed: event => keys.take(event)
+
+    KeyScroll {
+        id: keys
+
+        area: list
+    }
+
     T.ScrollBar.vertical: ScrollIndicator {}
 }

@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
+import Pillora
 
 // What lies over everything else and keeps keys and pointer to itself. It shows and hides as `shown` says; Esc, the way
 // back and, where allowed, the dimmed outside only ask for that with dismissed(). The focus returns to where it was.
@@ -38,6 +39,17 @@ T.Popup {
     onAboutToShow: {
         before = parent?.Window.window?.activeFocusItem ?? null
         beforeShown = before?.visualFocus ?? false
+    }
+    // Whoever came by key sees where the keys go.
+    onOpened: {
+        if (!beforeShown)
+            return
+        const active = parent?.Window.window?.activeFocusItem ?? null
+        const item = active?.activeFocusOnTab ? active : scope.nextItemInFocusChain()
+        if (item instanceof FocusItem)
+            item.showFocus()
+        else
+            item.forceActiveFocus(Qt.TabFocusReason)
     }
     onClosed: before?.forceActiveFocus(beforeShown ? Qt.TabFocusReason : Qt.PopupFocusReason)
 

@@ -29,6 +29,12 @@ FocusScope {
         cells[cells.indexOf(from) + by]?.forceActiveFocus(Qt.TabFocusReason)
     }
 
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown
+        if (event.accepted)
+            event.key === Qt.Key_PageUp ? wentBack() : wentForward()
+    }
+
     Column {
         id: column
 
@@ -95,42 +101,47 @@ FocusScope {
                 }
             }
         }
-        Repeater {
-            id: weeks
+        Column {
+            anchors.horizontalCenter: parent.horizontalCenter
 
-            model: view.month.weeks
+            Repeater {
+                id: weeks
 
-            Row {
-                id: week
+                model: view.month.weeks
 
-                required property var row
+                Row {
+                    id: week
 
-                anchors.horizontalCenter: parent?.horizontalCenter
-                LayoutMirroring.enabled: Theme.mirrored
+                    required property var row
 
-                Repeater {
-                    model: week.row.cells
+                    anchors.horizontalCenter: parent?.horizontalCenter
+                    LayoutMirroring.enabled: Theme.mirrored
 
-                    DayButton {
-                        id: day
+                    Repeater {
+                        model: week.row.cells
 
-                        required property var row
+                        DayButton {
+                            id: day
 
-                        width: view.pitch
-                        height: view.pitch
-                        diameter: Math.min(38, view.pitch - 2)
-                        text: row.text
-                        isSelected: row.isSelected
-                        isToday: row.isToday
-                        isFaint: !row.isInMonth
-                        filled: false
-                        enabled: row.text !== ""
-                        onClicked: view.picked(row.id)
-                        Keys.onLeftPressed: view.walk(day, Theme.mirrored ? 1 : -1)
-                        Keys.onRightPressed: view.walk(day, Theme.mirrored ? -1 : 1)
-                        Keys.onUpPressed: view.walk(day, -7)
-                        Keys.onDownPressed: view.walk(day, 7)
-                        Accessible.name: row.label
+                            required property var row
+
+                            width: view.pitch
+                            height: view.pitch + column.spacing
+                            diameter: Math.min(38, view.pitch - 2)
+                            text: row.text
+                            isSelected: row.isSelected
+                            isToday: row.isToday
+                            isFaint: !row.isInMonth
+                            filled: false
+                            enabled: row.text !== ""
+                            focus: isSelected
+                            onClicked: view.picked(row.id)
+                            Keys.onLeftPressed: view.walk(day, Theme.mirrored ? 1 : -1)
+                            Keys.onRightPressed: view.walk(day, Theme.mirrored ? -1 : 1)
+                            Keys.onUpPressed: view.walk(day, -7)
+                            Keys.onDownPressed: view.walk(day, 7)
+                            Accessible.name: row.label
+                        }
                     }
                 }
             }

@@ -32,7 +32,6 @@ ModalCard {
 
         TimePicker {
             anchors.horizontalCenter: parent?.horizontalCenter
-            focus: true
             hours: dialog.last.hours
             minutes: dialog.last.minutes
             hoursName: dialog.last.hoursName

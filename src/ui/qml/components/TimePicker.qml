@@ -20,6 +20,7 @@ Row {
     Wheel {
         id: hourWheel
 
+        focus: true
         width: 108
         cells: picker.hours
         name: picker.hoursName
