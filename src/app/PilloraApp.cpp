@@ -14,7 +14,7 @@ Result<std::unique_ptr<PilloraApp>> PilloraApp::start(const Platform& platform,
   ModelConfiguration timed = configuration;
   timed.clock = &platform.clock;
   auto container = ModelContainer::open(timed, platform.executor);
-  if (!container) return Error{"Could not create ModelContainer: " + container.error().description};
+  if (!container) return Error{std::string(kStoreFailure) + container.error().description};
   return std::unique_ptr<PilloraApp>(new PilloraApp(platform, *std::move(container)));
 }
 

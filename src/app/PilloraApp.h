@@ -25,6 +25,9 @@ enum class ScenePhase { active, inactive, background };
 /// Main thread only, except for handleMissedDoseCheck. Failures are printed as one line each, and the app goes on.
 class PilloraApp {
  public:
+  /// What the reason why a store cannot be opened begins with on a console.
+  static constexpr std::string_view kStoreFailure = "Could not create ModelContainer: ";
+
   /// Opens the store and registers for the background check. The one error that no program goes on after is a store
   /// that cannot be opened; its description is the line to end with.
   static Result<std::unique_ptr<PilloraApp>> start(const Platform& platform, const ModelConfiguration& configuration);

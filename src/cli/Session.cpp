@@ -123,7 +123,7 @@ Result<ModelConfiguration> Session::storeConfiguration() const {
 Result<ModelContext*> Session::openStore() {
   if (!container_) {
     const auto refused = [](const Error& error) {
-      return Error{"Could not create ModelContainer: " + error.description};
+      return Error{std::string(PilloraApp::kStoreFailure) + error.description};
     };
     const auto configuration = storeConfiguration();
     if (!configuration) return refused(configuration.error());
@@ -184,7 +184,7 @@ BackupEnvironment Session::backupEnvironment() {
 
 Result<std::unique_ptr<PilloraApp>> Session::startApp(Console& console) {
   const auto configuration = storeConfiguration();
-  if (!configuration) return Error{"Could not create ModelContainer: " + configuration.error().description};
+  if (!configuration) return Error{std::string(PilloraApp::kStoreFailure) + configuration.error().description};
   if (const auto center = notificationCenter(); !center) return center.error();
   return PilloraApp::start({clock_,
                             *calendar_,

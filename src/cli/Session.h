@@ -13,6 +13,7 @@
 #include "cli/HeldCenter.h"
 #include "model/Medicine.h"
 #include "screens/Screen.h"
+#include "screens/SettingsView.h"
 #include "store/ModelContainer.h"
 #include "support/Result.h"
 
@@ -33,6 +34,11 @@ class Session {
   const Calendar& calendar() const { return *calendar_; }
   const Texts& texts() const { return *texts_; }
   Console& console() const { return environment_.console; }
+  /// Of the session's own centre; that of another store shows nothing by its nature.
+  ReminderService reminderService() const {
+    const bool starts = line_.store || environment_.agentStartsAtLogin;
+    return starts ? ReminderService::fromEveryLogin : ReminderService::untilLogout;
+  }
 
   /// Reads an instant; without an offset it is local time in the zone in use. Errors are wrong usage.
   Result<Instant> instant(std::string_view text) const;

@@ -125,6 +125,7 @@ Action withSettings(Session& session, Work work) {
     const BackupEnvironment environment = session.backupEnvironment();
     BackupService backups(environment);
     SettingsView view(*screens, environment, backups, session.console());
+    view.reminderService = session.reminderService();
     return work(*screens, view);
   };
 }

@@ -17,6 +17,7 @@
 #include "linux/CloudFolder.h"
 #include "linux/DeviceOwnerAuthentication.h"
 #include "linux/Folders.h"
+#include "linux/LoginStart.h"
 #include "linux/PosixFileManager.h"
 #include "linux/QueuedMainExecutor.h"
 #include "linux/StandardErrorConsole.h"
@@ -122,6 +123,7 @@ int main(int argc, char** argv) {
     return std::make_shared<TerminationWatch>(std::move(ended));
   };
   environment.deviceOwner = {owner.contextFactory(), [&executor] { executor.wait(); }, tellTerminal};
+  environment.agentStartsAtLogin = agentStartsAtLogin();
   environment.makeFileManager = makeFileManager;
   const int status = run(std::vector<std::string>(argv + 1, argv + argc), environment, std::cout);
   executor.drain();

@@ -83,6 +83,13 @@ fs::path userDirectory(std::string_view lines, const std::string& name) {
 
 }  // namespace
 
+std::string pagesFolder(const std::string& program) {
+  const fs::path folder = fs::path(program).parent_path();
+  std::error_code failure;
+  const fs::path built = folder / "pages";
+  return fs::is_directory(built, failure) ? built : (folder / "../share/pillora/pages").lexically_normal();
+}
+
 Result<void> makePrivateFolder(const std::string& path) { return makeFolder(path); }
 
 std::optional<std::string> homeFolder() { return optionalText(home()); }

@@ -29,6 +29,8 @@ std::optional<std::string> documentsFolder();
 /// Where the catalogues of languages lie for this program, as it is installed or in a build tree: the folder that holds
 /// "de/LC_MESSAGES". It need not be there.
 std::string cataloguesFolder();
+/// The folder of the pages that come with `program`, whether that is installed or in a build tree.
+std::string pagesFolder(const std::string& program);
 
 /// Makes a folder and what leads to it where missing, readable by their owner alone; a folder that is there stays as
 /// it is.

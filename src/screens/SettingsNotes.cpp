@@ -45,7 +45,18 @@ FormSection SettingsView::notes() const {
     add("notificationsOff", texts.text("Notifications are not enabled. Nothing reminds you until they are."));
     if (const auto& error = notifications.authorizationError()) {
       add("notificationError", texts.text("They could not be enabled: {reason}", {{"reason", error->description}}));
+      add("notificationHelp", texts.text("Log in to a desktop that shows notifications, or install and start a program "
+                                         "that does. Then choose Enable above, beside Notifications."));
     }
+  }
+  if (reminderService == ReminderService::untilLogout) {
+    add("notAtLogin",
+        texts.text(
+            "Reminders do not start when you log in: after each login nothing reminds you until you open Pillora. "
+            "Install Pillora, or let Pillora reminders start with your desktop."));
+  } else if (reminderService == ReminderService::never) {
+    add("noSession", texts.text("Nothing can remind you here, outside of a desktop session. Open Pillora from your "
+                                "desktop."));
   }
   add("plannedAhead",
       texts.text("Saving a medicine plans its next {count} reminders, and each dose taken on Today plans one more. A "

@@ -26,6 +26,13 @@ inline constexpr std::array<std::string_view, 11> kSettingsFields = {
     "defaultMaxSnoozeCount", "showMedicineIcons", "enableHaptics",        "enableiCloudSync",
     "enableLocalBackup",     "backupFrequency",   "requireAuthentication"};
 
+/// When what is planned is shown to the person.
+enum class ReminderService {
+  fromEveryLogin,
+  untilLogout,  ///< whoever shows it does not start by itself
+  never,        ///< there is no desktop session to show it in
+};
+
 /// What a restore added and changed.
 struct RestoredBackup {
   size_t medicines = 0;
@@ -46,6 +53,8 @@ class SettingsView {
   /// What is referred to outlives the screen.
   SettingsView(ScreenEnvironment environment, const BackupEnvironment& backupEnvironment, BackupService& backups,
                Console& console);
+
+  ReminderService reminderService = ReminderService::fromEveryLogin;  ///< for the notes; set by whoever knows
 
   /// The screen is shown: a settings record with the defaults is made when the store holds none.
   void appeared();

@@ -164,7 +164,7 @@ Result<StoreState> examineKnown(SQLite::Database& database, const Schema& schema
   const SchemaVersion found = fromUserVersion(number(database, "PRAGMA user_version"));
   if (found > schema.version) {
     return Error{"the store was written by a newer version of Pillora (schema " + text(found) +
-                 ", this version reads up to " + text(schema.version) + ")"};
+                 ", this version reads up to " + text(schema.version) + "); install that version again"};
   }
   if (!stepsFrom(found, schema)) {
     return Error{"the store is too old (schema " + text(found) + "), this version cannot bring it to schema " +

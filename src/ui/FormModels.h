@@ -176,6 +176,7 @@ class SettingsModel final : public pillora::FormModel {
 
   /// The tab came to the front.
   void appeared() { view_.appeared(); }
+  void setReminderService(ReminderService service) { view_.reminderService = service; }
 
   void setOn(const QString& row, bool isOn) override;
   void increment(const QString& row) override;

@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 #include <QUrl>
 #include <algorithm>
+#include <array>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -22,6 +23,7 @@
 #include "linux/CloudFolder.h"
 #include "linux/DeviceOwnerAuthentication.h"
 #include "linux/Folders.h"
+#include "linux/LoginStart.h"
 #include "linux/PosixFileManager.h"
 #include "linux/StandardErrorConsole.h"
 #include "linux/SystemClock.h"
@@ -35,6 +37,7 @@
 #include "ui/QtMainExecutor.h"
 #include "ui/SceneWatch.h"
 #include "ui/ScreenPictures.h"
+#include "ui/StartFailure.h"
 
 void qml_register_types_Pillora();
 
@@ -42,18 +45,34 @@ namespace {
 
 using namespace pillora;
 
-/// The value, or the end of the program with the reason.
-template <typename T>
-T require(Result<T> result) {
-  if (result) return *std::move(result);
-  std::cerr << "pillora: " << result.error().description << '\n';
+/// Ends the program with the reason, which is printed, and shown in the words of `texts` where they are given: who
+/// clicked an icon sees nothing that is printed.
+[[noreturn]] void endWith(const Error& failure, const Texts* texts) {
+  std::cerr << "pillora: " << failure.description << '\n';
+  if (texts != nullptr) {
+    qml_register_types_Pillora();
+    QQmlApplicationEngine engine;
+    if (QQuickWindow* const window = startFailureWindow(engine, failure, *texts)) {
+      window->show();
+      QGuiApplication::exec();
+    }
+  }
   std::exit(1);
 }
 
+/// The value, or the end of the program.
+template <typename T>
+T require(Result<T> result, const Texts* texts = nullptr) {
+  if (!result) endWith(result.error(), texts);
+  return *std::move(result);
+}
+
 /// Whether no display is needed, which has to be known before Qt looks for one.
-bool drawsPictures(int argc, char** argv) {
-  return std::any_of(argv, argv + argc,
-                     [](const char* word) { return std::string_view(word).rfind("--pictures", 0) == 0; });
+bool needsNoDisplay(int argc, char** argv) {
+  constexpr std::array<std::string_view, 5> kAnswered = {"-h", "--help", "--help-all", "-v", "--version"};
+  return std::any_of(argv, argv + argc, [&](std::string_view word) {
+    return word.starts_with("--pictures") || std::ranges::find(kAnswered, word) != kAnswered.end();
+  });
 }
 
 struct Options {
@@ -80,7 +99,7 @@ class SystemDesktop final : public Desktop {
  public:
   void vibrate() override { pillora::vibrate(); }
   void openPage(std::string_view page) override {
-    const std::string path = PILLORA_PAGES "/" + std::string(page) + ".html";
+    const std::string path = pagesFolder(ownProgram()) + "/" + std::string(page) + ".html";
     QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
   }
 };
@@ -89,16 +108,18 @@ class SystemDesktop final : public Desktop {
 /// nothing. That of the demo is gone with it.
 class Reminders {
  public:
-  Reminders(bool isDemo, const Clock& clock, const Calendar& gregorian, MainExecutor& executor) : zone_(gregorian) {
-    if (!isDemo) agent_ = require(AgentClient::connect(executor, {siblingProgram("pillora-agent")}));
+  /// `texts` for a failure that is to be shown.
+  Reminders(bool isDemo, const Clock& clock, const Calendar& gregorian, MainExecutor& executor, const Texts* texts)
+      : zone_(gregorian) {
+    if (!isDemo) agent_ = require(AgentClient::connect(executor, {siblingProgram("pillora-agent")}), texts);
     if (agent_) {
       connection_ = std::make_unique<PolledConnection>(
           agent_->descriptor(), [this] { agent_->process(); }, [this] { return agent_->wantsToWrite(); });
       return;
     }
     if (isDemo) demoFolder_.emplace();
-    const std::string folder = isDemo ? demoFolder_->path().toStdString() : require(stateFolder());
-    engine_ = require(InProcessCenter::open(folder + "/reminders.db", clock, zone_, executor, presenter_));
+    const std::string folder = isDemo ? demoFolder_->path().toStdString() : require(stateFolder(), texts);
+    engine_ = require(InProcessCenter::open(folder + "/reminders.db", clock, zone_, executor, presenter_), texts);
     timer_ = std::make_unique<DeadlineTimer>(
         clock, [this] { return engine_->nextDeadline(); }, [this] { static_cast<void>(engine_->advance()); });
   }
@@ -115,6 +136,11 @@ class Reminders {
     return *engine_;
   }
   AgentClient* agent() { return agent_.get(); }
+  ReminderService service() const {
+    if (demoFolder_) return ReminderService::fromEveryLogin;
+    if (!agent_) return ReminderService::never;
+    return agentStartsAtLogin() ? ReminderService::fromEveryLogin : ReminderService::untilLogout;
+  }
 
  private:
   std::optional<QTemporaryDir> demoFolder_;
@@ -126,9 +152,9 @@ class Reminders {
   std::unique_ptr<DeadlineTimer> timer_;
 };
 
-ModelConfiguration storeConfiguration(bool isDemo, const Clock& clock) {
+ModelConfiguration storeConfiguration(bool isDemo, const Clock& clock, const Texts* texts) {
   if (isDemo) return {.isStoredInMemoryOnly = true, .clock = &clock};
-  return {.path = require(groupContainer()) + "/Pillora.store", .clock = &clock};
+  return {.path = require(groupContainer(), texts) + "/Pillora.store", .clock = &clock};
 }
 
 std::unique_ptr<FileManager> fileManager(bool isDemo) {
@@ -165,7 +191,7 @@ AppHooks hooksOf(QQuickWindow& window, const SceneWatch& scene) {
 
 int main(int argc, char** argv) {
   umask(077);
-  if (drawsPictures(argc, argv)) {
+  if (needsNoDisplay(argc, argv)) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
   }
@@ -188,7 +214,8 @@ int main(int argc, char** argv) {
   const auto texts = require(makeTexts(systemLocale(), systemTimeZone(), "en"));
   const auto files = fileManager(options.isDemo);
   ThreadExecutor background;
-  Reminders reminders(options.isDemo, clock, *gregorian, executor);
+  const Texts* const shown = options.isDemo ? nullptr : texts.get();
+  Reminders reminders(options.isDemo, clock, *gregorian, executor, shown);
 
   const Platform platform{clock,
                           *calendar,
@@ -199,7 +226,7 @@ int main(int argc, char** argv) {
                           console,
                           owner.contextFactory(),
                           Bundle()};
-  const auto pillora = require(PilloraApp::start(platform, storeConfiguration(options.isDemo, clock)));
+  const auto pillora = require(PilloraApp::start(platform, storeConfiguration(options.isDemo, clock, shown)), shown);
   ModelContext& context = pillora->container().mainContext();
   if (options.isDemo) fillWithDemo(context, *calendar, clock.now());
   AppModel app({*pillora,
@@ -207,6 +234,7 @@ int main(int argc, char** argv) {
                 {*files, background, executor, clock, *texts, Bundle()},
                 desktop,
                 console});
+  app.settings()->setReminderService(reminders.service());
 
   qml_register_types_Pillora();
   QQmlApplicationEngine engine;

@@ -107,5 +107,12 @@ TEST_F(Folders, aPrivateFolderIsMadeWithAllThatLeadsToIt) {
   EXPECT_TRUE(makePrivateFolder(path)) << "it is there already";
 }
 
+TEST_F(Folders, thePagesLieBesideAProgramThatWasBuiltAndInTheDataFolderOfOneThatIsInstalled) {
+  fs::create_directories(folder_.file("build/ui/pages"));
+  fs::create_directories(folder_.file("usr/bin"));
+  EXPECT_EQ(pagesFolder(folder_.file("build/ui/pillora")), folder_.file("build/ui/pages"));
+  EXPECT_EQ(pagesFolder(folder_.file("usr/bin/pillora")), folder_.file("usr/share/pillora/pages"));
+}
+
 }  // namespace
 }  // namespace pillora

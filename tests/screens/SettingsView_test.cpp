@@ -319,55 +319,6 @@ TEST_F(SettingsViewTest, changesElsewhereAreFollowed) {
   EXPECT_TRUE(row<ToggleRow>(content(), "use24HourTime").isOn);
 }
 
-/// Ids of the notes with their texts.
-std::map<std::string, std::string> notesOf(const SettingsContent& content) {
-  std::map<std::string, std::string> notes;
-  for (const FormRow& one : content.notes.rows) {
-    const auto& note = std::get<ValueRow>(one);
-    notes[note.id] = note.text;
-  }
-  return notes;
-}
-
-TEST_F(SettingsViewTest, notesTellWhatCanLeaveAPersonUnreminded) {
-  EXPECT_EQ(content().notes.title, "Good to Know");
-  const auto notes = notesOf(content());
-  EXPECT_EQ(notes.at("notificationsOff"), "Notifications are not enabled. Nothing reminds you until they are.");
-  EXPECT_EQ(notes.at("plannedAhead"),
-            "Saving a medicine plans its next 30 reminders, and each dose taken on Today plans one more. A medicine "
-            "that you neither take nor save runs out of reminders. To plan them anew, open the medicine and choose "
-            "Done or Save.");
-  EXPECT_EQ(notes.at("restored"),
-            "Restoring a backup plans no reminders. Open each restored medicine and choose Done or Save.");
-  EXPECT_EQ(notes.at("notRepeating"),
-            "A medicine with Repeating switched off gets no reminders but those that you snooze.");
-  EXPECT_EQ(notes.at("followUps"),
-            "After a reminder another one follows every hour until midnight, also when you have taken the dose.");
-  EXPECT_EQ(notes.at("answers"),
-            "The buttons in a notification record nothing. Mark as Taken opens Pillora, where you record the dose. "
-            "Snooze and Skip only close the notification.");
-  EXPECT_EQ(notes.at("sound"), "Reminders use the sound of your device, whichever Sound is chosen here.");
-  EXPECT_EQ(notes.at("backups"),
-            "Backups are made only when you create one. They bring back medicines and settings, not the dose history.");
-}
-
-TEST_F(SettingsViewTest, theNoteOnNotificationsGoesOnceTheyAreEnabled) {
-  view_.enableNotifications();
-  EXPECT_FALSE(notesOf(content()).contains("notificationsOff"));
-}
-
-TEST_F(SettingsViewTest, withoutANotificationServerTheNotesSayWhy) {
-  EXPECT_FALSE(notesOf(content()).contains("notificationError"));
-  fixture_.center.grantsPermission = false;
-  fixture_.center.permissionError = Error{"no notification server"};
-  view_.enableNotifications();
-  EXPECT_EQ(notesOf(content()).at("notificationError"), "They could not be enabled: no notification server");
-  fixture_.center.grantsPermission = true;
-  fixture_.center.permissionError.reset();
-  view_.enableNotifications();
-  EXPECT_FALSE(notesOf(content()).contains("notificationError"));
-}
-
 /// Every text that the languages lay over differs in the pseudo language.
 TEST_F(SettingsViewTest, everyOwnTextPassesThroughTheLanguage) {
   SettingsFixture pseudo(kNow, {.language = "en-XA"});

@@ -140,8 +140,10 @@ TEST_F(ModelContainerTest, everyTableHasOneColumnForEachFieldInTheirOrder) {
 TEST_F(ModelContainerTest, aNewerSchemaIsRefused) {
   makeStore();
   runSql("PRAGMA user_version = 10100");
-  EXPECT_EQ(refusal(),
-            "the store was written by a newer version of Pillora (schema 1.1.0, this version reads up to 1.0.0)");
+  EXPECT_EQ(
+      refusal(),
+      "the store was written by a newer version of Pillora (schema 1.1.0, this version reads up to 1.0.0); install "
+      "that version again");
 }
 
 TEST_F(ModelContainerTest, everyNewerVersionNumberIsRefused) {
