@@ -309,7 +309,8 @@ std::string fishScript(const std::vector<CommandWords>& words) {
   script += values("undo", R"((__pilloractl_fetch today '"id":"[0-9A-F-]\{36\}"'))");
   script += values("mark", R"((__pilloractl_fetch history '"id":"[0-9A-F-]\{36\}"') taken skipped)");
   for (const CommandWords& command : words) {
-    if (!command.choices.empty()) script += values(command.name, command.choices);
+    const std::string once = command.name + "; and not __fish_seen_subcommand_from " + command.choices;
+    if (!command.choices.empty()) script += values(once, command.choices);
   }
   script += values("settings; and __fish_seen_subcommand_from set", joined(kSettingsFields));
   return script + "complete -c pilloractl -n '__fish_seen_subcommand_from backup; and __fish_seen_subcommand_from " +
