@@ -12,7 +12,10 @@ libboost-locale-dev gettext pkg-config libsystemd-dev tzdata"
   [window]="qt6-base-dev qt6-declarative-dev qt6-svg-dev qml6-module-qtquick qml6-module-qtqml-models \
 qml6-module-qtqml-workerscript qml6-module-qtquick-templates qml6-module-qtquick-layouts qml6-module-qtquick-window \
 qt6-declarative-dev-tools fonts-inter"
-  [test]="qml6-module-qtqml libgtest-dev librapidcheck-dev dbus-daemon dbus-bin dunst xvfb systemd"
+  [test]="qml6-module-qtqml libgtest-dev librapidcheck-dev dbus-daemon dbus-bin dunst xvfb systemd man-db \
+desktop-file-utils appstream zsh fish"
+  [package]="dpkg-dev file lintian"
+  [try]="debootstrap"
   [lint]="clang-format clang-tidy"
   [bench]="libbenchmark-dev libical-dev"
   [fuzz]="clang libclang-rt-dev"

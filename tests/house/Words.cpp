@@ -8,8 +8,8 @@
 namespace pillora::house {
 namespace {
 
-constexpr std::array<std::string_view, 11> kRootFolders = {"src/",   "tests/", "docs/",      "bench/",  "fuzz/", ".ci/",
-                                                           "cmake/", "tools/", "packaging/", "assets/", "./"};
+constexpr std::array<std::string_view, 12> kRootFolders = {"src/",   "tests/", "docs/",      "bench/",  "fuzz/", ".ci/",
+                                                           "cmake/", "tools/", "packaging/", "assets/", "man/",  "./"};
 constexpr std::string_view kBlanks = " \t";
 
 bool isWordCharacter(char c) {
