@@ -40,9 +40,9 @@ bool isLineBreak(char32_t point) {
   return (point >= '\t' && point <= '\r') || point == 0x85 || point == 0x2028 || point == 0x2029;
 }
 
+/// Marks without an end of their own, such as those in Arabic dates (U+200F), reach no further than the next letter.
 bool turnsDirection(char32_t point) {
-  return point == 0x061C || point == 0x200E || point == 0x200F || (point >= 0x202A && point <= 0x202E) ||
-         (point >= 0x2066 && point <= 0x2069);
+  return (point >= 0x202A && point <= 0x202E) || (point >= 0x2066 && point <= 0x2069);
 }
 
 bool isControl(char32_t point) { return point < 0x20 || (point >= 0x7F && point < 0xA0); }

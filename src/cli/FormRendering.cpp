@@ -29,19 +29,19 @@ Line lineOf(const StepperRow& row, const Texts&) { return {{row.label}, {}}; }
 Line lineOf(const PickerRow& row, const Texts&) { return {{row.label}, {row.valueText}}; }
 Line lineOf(const DateRow& row, const Texts&) { return {{row.label}, {row.valueText}}; }
 Line lineOf(const TimeRow& row, const Texts&) { return {{row.label}, {row.valueText}}; }
-std::string listed(const std::string& first, const std::string& second, const Texts& texts) {
-  return texts.text("{list}, {item}", {{"list", first}, {"item", second}});
+std::string detailed(const std::string& text, const std::string& detail, const Texts& texts) {
+  return texts.text("{text}, {detail}", {{"text", text}, {"detail", detail}});
 }
 
 Line lineOf(const ValueRow& row, const Texts& texts) {
-  const std::string text = row.detail ? listed(row.text, *row.detail, texts) : row.text;
+  const std::string text = row.detail ? detailed(row.text, *row.detail, texts) : row.text;
   return {{row.label.value_or("")}, {text, row.color ? std::string_view(*row.color) : ""}};
 }
 Line lineOf(const ButtonRow& row, const Texts&) {
   return {{row.title, row.isDestructive ? std::string_view("red") : ""}, {}};
 }
 Line lineOf(const HeaderRow& row, const Texts& texts) {
-  return {{}, {"● " + listed(row.name.value_or(""), row.dosageText, texts), row.color, Weight::bold}};
+  return {{}, {"● " + detailed(row.name.value_or(""), row.dosageText, texts), row.color, Weight::bold}};
 }
 Line lineOf(const DoseRow& row, const Texts& texts) {
   return {{texts.text("{date}, {time}", {{"date", row.dateText}, {"time", row.timeText}})},

@@ -10,8 +10,9 @@
 namespace pillora {
 
 std::string_view rawValue(DoseStatus status) {
-  constexpr std::array<std::string_view, kAllDoseStatuses.size()> kTexts = {
-      ownText("Taken"), ownText("Missed"), ownText("Skipped"), ownText("Snoozed"), ownText("Pending")};
+  // The first three are own texts where they count doses as well, in screens.
+  constexpr std::array<std::string_view, kAllDoseStatuses.size()> kTexts = {"Taken", "Missed", "Skipped",
+                                                                            ownText("Snoozed"), ownText("Pending")};
   return kTexts[static_cast<size_t>(status)];
 }
 

@@ -12,16 +12,15 @@ namespace {
 
 struct StatusLook {
   DoseStatus status;
-  std::string_view symbol, color, ofDoses, inSentence;
+  std::string_view symbol, color, inSentence;
 };
 
 constexpr std::array kStatusLooks = {
-    StatusLook{DoseStatus::taken, "checkmark.circle.fill", "green", ownTextIn("doses", "Taken"), ownText("taken")},
-    StatusLook{DoseStatus::missed, "xmark.circle.fill", "red", ownTextIn("doses", "Missed"), ownText("missed")},
-    StatusLook{DoseStatus::skipped, "forward.circle.fill", "orange", ownTextIn("doses", "Skipped"), ownText("skipped")},
-    StatusLook{DoseStatus::snoozed, "clock.arrow.circlepath", "yellow", ownTextIn("doses", "Snoozed"),
-               ownText("snoozed")},
-    StatusLook{DoseStatus::pending, "circle", "grey", ownTextIn("doses", "Pending"), ownText("pending")},
+    StatusLook{DoseStatus::taken, "checkmark.circle.fill", "green", ownText("taken")},
+    StatusLook{DoseStatus::missed, "xmark.circle.fill", "red", ownText("missed")},
+    StatusLook{DoseStatus::skipped, "forward.circle.fill", "orange", ownText("skipped")},
+    StatusLook{DoseStatus::snoozed, "clock.arrow.circlepath", "yellow", ownText("snoozed")},
+    StatusLook{DoseStatus::pending, "circle", "grey", ownText("pending")},
 };
 
 const StatusLook& lookOf(DoseStatus status) {
@@ -36,7 +35,10 @@ std::string timingText(Instant::Duration off, bool isLate, const Texts& texts) {
     return texts.text(isLate ? late : early, arguments);
   };
   if (off < 1h) return worded(ownText("{minutes}m late"), ownText("{minutes}m early"), {{"minutes", units.minutes}});
-  if (off >= 24h) return worded(ownText("{days}d late"), ownText("{days}d early"), {{"days", units.days}});
+  if (off >= 24h) {
+    return isLate ? texts.counted(units.days, "{n}d late", "{n}d late")
+                  : texts.counted(units.days, "{n}d early", "{n}d early");
+  }
   if (!units.hasMinutesOfHour) {
     return worded(ownText("{hours}h late"), ownText("{hours}h early"), {{"hours", units.hours}});
   }
@@ -67,7 +69,11 @@ std::string statusColor(DoseStatus status) { return std::string(lookOf(status).c
 
 std::string statusText(DoseStatus status, const Texts& texts) { return texts.text(rawValue(status)); }
 
-std::string dosesText(DoseStatus status, const Texts& texts) { return texts.textIn("doses", lookOf(status).ofDoses); }
+std::string dosesText(int64_t count, DoseStatus status, const Texts& texts) {
+  if (status == DoseStatus::taken) return texts.counted(count, "Taken", "Taken");
+  if (status == DoseStatus::missed) return texts.counted(count, "Missed", "Missed");
+  return texts.counted(count, "Skipped", "Skipped");
+}
 
 std::string statusTextInSentence(DoseStatus status, const Texts& texts) {
   return texts.text(lookOf(status).inSentence);
@@ -94,7 +100,7 @@ Instant::Duration distance(Instant from, Instant to) {
 WholeUnits::WholeUnits(Instant::Duration distance)
     : minutes(std::to_string(distance / std::chrono::minutes(1))),
       hours(std::to_string(distance / std::chrono::hours(1))),
-      days(std::to_string(distance / std::chrono::hours(24))),
+      days(distance / std::chrono::hours(24)),
       minutesOfHour(std::to_string(distance % std::chrono::hours(1) / std::chrono::minutes(1))),
       hasMinutesOfHour(distance % std::chrono::hours(1) >= std::chrono::minutes(1)) {}
 

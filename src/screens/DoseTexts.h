@@ -28,8 +28,8 @@ std::string statusSymbol(DoseStatus status);
 std::string statusColor(DoseStatus status);
 /// "Taken"
 std::string statusText(DoseStatus status, const Texts& texts);
-/// "Taken", where it is the heading of a number of doses
-std::string dosesText(DoseStatus status, const Texts& texts);
+/// "Taken", as it stands beside a number of taken doses; only for those that are counted, taken, missed and skipped
+std::string dosesText(int64_t count, DoseStatus status, const Texts& texts);
 /// "taken", as it stands inside a sentence
 std::string statusTextInSentence(DoseStatus status, const Texts& texts);
 
@@ -48,7 +48,8 @@ Instant::Duration distance(Instant from, Instant to);
 struct WholeUnits {
   explicit WholeUnits(Instant::Duration distance);
 
-  std::string minutes, hours, days;
+  std::string minutes, hours;
+  int64_t days;
   std::string minutesOfHour;  ///< minutes beyond the whole hours
   bool hasMinutesOfHour;
 };

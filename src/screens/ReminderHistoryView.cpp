@@ -36,11 +36,25 @@ std::vector<RangeSegment> segments(TimeRange selected, const Texts& texts) {
   return segments;
 }
 
+std::string filterText(HistoryFilter filter, const Texts& texts) {
+  switch (filter) {
+    case HistoryFilter::taken:
+      return texts.textIn("doses", "Taken");
+    case HistoryFilter::missed:
+      return texts.textIn("doses", "Missed");
+    case HistoryFilter::skipped:
+      return texts.textIn("doses", "Skipped");
+    case HistoryFilter::all:
+      break;
+  }
+  return texts.textIn("doses", "All");
+}
+
 std::vector<FilterChip> chips(HistoryFilter selected, const Texts& texts) {
   std::vector<FilterChip> chips;
   for (const HistoryFilter filter : kAllHistoryFilters) {
     const auto status = statusOf(filter);
-    chips.push_back({std::string(rawValue(filter)), texts.textIn("doses", rawValue(filter)),
+    chips.push_back({std::string(rawValue(filter)), filterText(filter, texts),
                      status ? statusSymbol(*status) : "list.bullet", status ? statusColor(*status) : "blue",
                      filter == selected});
   }
@@ -48,7 +62,7 @@ std::vector<FilterChip> chips(HistoryFilter selected, const Texts& texts) {
 }
 
 StatItem statItem(int64_t value, DoseStatus status, const Texts& texts) {
-  return {value, dosesText(status, texts), statusSymbol(status), statusColor(status)};
+  return {value, dosesText(value, status, texts), statusSymbol(status), statusColor(status)};
 }
 
 /// Headings of days as seen from one instant.
@@ -106,7 +120,7 @@ std::string_view rawValue(TimeRange range) {
 
 std::string_view rawValue(HistoryFilter filter) {
   const auto status = statusOf(filter);
-  return status ? rawValue(*status) : ownTextIn("doses", "All");
+  return status ? rawValue(*status) : "All";
 }
 
 Instant rangeStart(TimeRange range, Instant now, const Calendar& calendar) {

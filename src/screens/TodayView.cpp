@@ -42,9 +42,10 @@ DayProgress dayProgress(int64_t taken, size_t due, const Texts& texts) {
 }
 
 std::vector<StatBadge> statBadges(int64_t taken, size_t remaining, int64_t skipped, const Texts& texts) {
-  return {{"checkmark.circle.fill", std::to_string(taken), dosesText(DoseStatus::taken, texts), "green"},
-          {"clock.fill", std::to_string(remaining), texts.textIn("doses", "Remaining"), "blue"},
-          {"forward.circle.fill", std::to_string(skipped), dosesText(DoseStatus::skipped, texts), "orange"}};
+  return {{"checkmark.circle.fill", std::to_string(taken), dosesText(taken, DoseStatus::taken, texts), "green"},
+          {"clock.fill", std::to_string(remaining),
+           texts.counted(static_cast<int64_t>(remaining), "Remaining", "Remaining"), "blue"},
+          {"forward.circle.fill", std::to_string(skipped), dosesText(skipped, DoseStatus::skipped, texts), "orange"}};
 }
 
 std::string countdownText(Instant::Duration ahead, const Texts& texts) {

@@ -18,7 +18,7 @@ std::string relativeText(Instant::Duration ahead, const Texts& texts) {
   if (ahead <= -1h) return texts.text("{hours}h ago", {{"hours", units.hours}});
   if (ahead < 0s) return texts.text("{minutes}m ago", {{"minutes", units.minutes}});
   if (ahead < 1h) return texts.text("in {minutes}m", {{"minutes", units.minutes}});
-  if (ahead >= 24h) return texts.text("in {days}d", {{"days", units.days}});
+  if (ahead >= 24h) return texts.counted(units.days, "in {n}d", "in {n}d");
   if (!units.hasMinutesOfHour) return texts.text("in {hours}h", {{"hours", units.hours}});
   return texts.text("in {hours}h {minutes}m", {{"hours", units.hours}, {"minutes", units.minutesOfHour}});
 }

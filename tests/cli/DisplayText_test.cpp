@@ -20,7 +20,8 @@ TEST(DisplayText, harmlessTextHasNoPowerOverTheTerminal) {
   EXPECT_EQ(harmless("Aspirin é 日本 💊"), "Aspirin é 日本 💊");
   EXPECT_EQ(harmless("a\nb\tc\rd\u2028e\u0085f"), "a b c d e f");
   EXPECT_EQ(harmless("\x1b[31mred\a\x7f\u009B2J"), "\uFFFD[31mred\uFFFD\uFFFD\uFFFD2J");
-  EXPECT_EQ(harmless("a\u202Eb\u2066c\u200F"), "a\uFFFDb\uFFFDc\uFFFD");
+  EXPECT_EQ(harmless("a\u202Eb\u2066c"), "a\uFFFDb\uFFFDc");
+  EXPECT_EQ(harmless("٢٢\u200F/١١"), "٢٢\u200F/١١");
   EXPECT_EQ(harmless("a\xFF\xC3z"), "a\uFFFD\uFFFDz");
   EXPECT_EQ(harmless("אספירין"), "אספירין");
 }
