@@ -27,7 +27,7 @@ ListRow {
 
             anchors.right: arrows.left
             anchors.rightMargin: 4
-            width: Math.min(implicitWidth, parent.width - arrows.width - 4)
+            width: parent.width - arrows.width - 4
             text: control.row.valueText
             horizontalAlignment: Text.AlignRight
             color: Theme.accent
