@@ -6,6 +6,7 @@
 #include <string>
 
 #include "agent/Bus.h"
+#include "support/FolderWatch.h"
 
 namespace pillora {
 
@@ -14,7 +15,6 @@ namespace pillora {
 class ZoneWatch {
  public:
   ZoneWatch(sd_event* event, const std::string& folder, std::function<void()> changed);
-  ~ZoneWatch();
   ZoneWatch(const ZoneWatch&) = delete;
   ZoneWatch& operator=(const ZoneWatch&) = delete;
 
@@ -23,7 +23,7 @@ class ZoneWatch {
   void watchService(sd_event* event);
 
   std::function<void()> changed_;
-  int notify_ = -1;
+  std::unique_ptr<FolderWatch> folder_;
   SourceHandle source_;
   SlotHandle slot_;
   BusHandle system_;

@@ -84,7 +84,8 @@ class Texts {
   /// composed and decomposed letters alike. An empty `part` is contained in everything.
   virtual bool containsIgnoringCase(std::string_view text, std::string_view part) const = 0;
 
- protected:
+  // What the texts above are made of, for those alone who implement or forward them.
+
   /// A number in the locale's digits with at most so many after the point, rounded; without grouping.
   virtual std::string number(double value, int fractionDigits) const = 0;
   /// `context` is empty where there is none.

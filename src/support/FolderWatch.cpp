@@ -24,7 +24,7 @@ Result<std::unique_ptr<FolderWatch>> FolderWatch::open(const std::string& folder
 
 FolderWatch::~FolderWatch() { close(descriptor_); }
 
-bool FolderWatch::takeChanges(std::initializer_list<std::string_view> names) {
+bool FolderWatch::takeChanges(const std::vector<std::string_view>& names) {
   bool found = false;
   alignas(inotify_event) std::array<char, 4096> buffer;
   for (;;) {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "support/Result.h"
 
@@ -24,7 +24,7 @@ class FolderWatch {
   int descriptor() const { return descriptor_; }
   /// Reads what happened since the last call; whether it was about one of `names`. Where the kernel lost events, it
   /// was.
-  bool takeChanges(std::initializer_list<std::string_view> names);
+  bool takeChanges(const std::vector<std::string_view>& names);
 
  private:
   explicit FolderWatch(int descriptor) : descriptor_(descriptor) {}

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <utility>
+#include <vector>
 
 namespace pillora {
 
@@ -18,6 +19,17 @@ PolledConnection::PolledConnection(int descriptor, std::function<void()> process
             process();
             writable_.setEnabled(wantsToWrite());
           });
+}
+
+FolderNotifier::FolderNotifier(const std::string& folder, std::initializer_list<std::string_view> names,
+                               const std::function<void()>& changed) {
+  auto opened = FolderWatch::open(folder);
+  if (!opened) return;
+  watch_ = *std::move(opened);
+  readable_.emplace(watch_->descriptor(), QSocketNotifier::Read);
+  connect(&*readable_, &QSocketNotifier::activated, this, [this, names = std::vector(names), changed] {
+    if (watch_->takeChanges(names)) changed();
+  });
 }
 
 DeadlineTimer::DeadlineTimer(const Clock& clock, std::function<std::optional<Instant>()> next,

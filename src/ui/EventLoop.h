@@ -5,9 +5,14 @@
 #include <QSocketNotifier>
 #include <QTimer>
 #include <functional>
+#include <initializer_list>
+#include <memory>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "platform/Clock.h"
+#include "support/FolderWatch.h"
 #include "support/Instant.h"
 
 namespace pillora {
@@ -24,6 +29,20 @@ class PolledConnection final : public QObject {
 
  private:
   QSocketNotifier readable_, writable_;
+};
+
+/// Calls `changed` when files of these names in the folder were written, made or replaced, by whichever process. A
+/// folder that cannot be watched never changes.
+class FolderNotifier final : public QObject {
+  Q_OBJECT
+
+ public:
+  FolderNotifier(const std::string& folder, std::initializer_list<std::string_view> names,
+                 const std::function<void()>& changed);
+
+ private:
+  std::unique_ptr<FolderWatch> watch_;
+  std::optional<QSocketNotifier> readable_;
 };
 
 /// Calls `reached` at the instant that `next` names. It is asked again after each turn; a clock that was set is noticed

@@ -43,13 +43,13 @@ TEST_F(AppearanceTest, theScaleStaysWithinWhatALayoutHolds) {
 }
 
 TEST_F(AppearanceTest, theDesktopsTypefaceIsFoundByTheNameBeforeItsWeight) {
-  const QString none = QStringLiteral("No Such Typeface"), dejaVu = QStringLiteral("DejaVu Sans");
+  const QString none = QStringLiteral("No Such Typeface"), inter = QStringLiteral("Inter");
   const QString own = Appearance::typeface(none, {});
   EXPECT_FALSE(own.isEmpty());
   EXPECT_EQ(Appearance::typeface(none, none), own);
-  EXPECT_EQ(Appearance::typeface(none, dejaVu), dejaVu);
-  EXPECT_EQ(Appearance::typeface(none, dejaVu + QStringLiteral(" Semi-Bold Oblique")), dejaVu);
-  EXPECT_EQ(Appearance::typeface(dejaVu, none), dejaVu);
+  EXPECT_EQ(Appearance::typeface(none, inter), inter);
+  EXPECT_EQ(Appearance::typeface(none, inter + QStringLiteral(" Semi-Bold Oblique")), inter);
+  EXPECT_EQ(Appearance::typeface(inter, none), inter);
 }
 
 }  // namespace
