@@ -67,6 +67,14 @@ AgentClient::AgentClient(MainExecutor& executor, const Options& options, BusHand
 
 AgentClient::~AgentClient() { static_cast<void>(finish()); }
 
+Result<bool> AgentClient::activateApp(const Activation& activation) {
+  auto runs = isOwned(bus_.get(), kAppName);
+  if (!runs || !*runs) return runs;
+  const auto answered = callAndWait(activationCall(bus_.get(), activation).get());
+  if (!answered) return answered.error();
+  return true;
+}
+
 Result<void> AgentClient::becomeApp(AppHooks hooks) { return endpoint_.start(std::move(hooks)); }
 
 bool AgentClient::wantsToWrite() const { return (sd_bus_get_events(bus_.get()) & POLLOUT) != 0; }

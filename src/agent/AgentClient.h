@@ -35,6 +35,9 @@ class AgentClient final : public UNUserNotificationCenter, public BGTaskSchedule
   static Result<std::unique_ptr<AgentClient>> connect(MainExecutor& executor, const Options& options);
   ~AgentClient() override;
 
+  /// Lets the app that runs come to the front and do what is asked. False when none runs; an error when it does not
+  /// answer.
+  Result<bool> activateApp(const Activation& activation);
   /// Makes this process the app that the agent asks and answers; see AppEndpoint.
   Result<void> becomeApp(AppHooks hooks);
 

@@ -81,15 +81,17 @@ struct AppMethods {
     return 1;
   }
 
-  /// All three ways in which a desktop opens an app come down to its one window.
+  /// All three ways in which a desktop opens an app come down to its one window. It opens no files.
   static int activate(sd_bus_message* call, void* self, sd_bus_error*) {
     const std::string_view member = sd_bus_message_get_member(call);
-    int skipped = 0;
-    if (member == "Open") skipped = sd_bus_message_skip(call, "as");
-    if (member == "ActivateAction") skipped = sd_bus_message_skip(call, "sav");
-    if (skipped < 0) return skipped;
+    const char* action = "";
+    int read = 0;
+    if (member == "Open") read = sd_bus_message_skip(call, "as");
+    if (member == "ActivateAction") read = sd_bus_message_read(call, "s", &action);
+    if (member == "ActivateAction" && read >= 0) read = sd_bus_message_skip(call, "av");
+    if (read < 0) return read;
     const AppEndpoint& endpoint = app(self);
-    if (endpoint.hooks_.activate) endpoint.hooks_.activate(activationToken(call));
+    if (endpoint.hooks_.activate) endpoint.hooks_.activate({action, activationToken(call)});
     return sd_bus_reply_method_return(call, nullptr);
   }
 };

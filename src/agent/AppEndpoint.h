@@ -2,8 +2,8 @@
 #pragma once
 
 #include <functional>
-#include <string>
 
+#include "agent/AppLink.h"
 #include "agent/Bus.h"
 #include "platform/UNUserNotificationCenter.h"
 
@@ -11,8 +11,8 @@ namespace pillora {
 
 /// What the window does for the desktop.
 struct AppHooks {
-  std::function<bool()> isActive;                          ///< whether a window has the focus
-  std::function<void(const std::string& token)> activate;  ///< come to the front, with the desktop's token if any
+  std::function<bool()> isActive;                   ///< whether a window has the focus
+  std::function<void(const Activation&)> activate;  ///< come to the front, and do what is asked there
 };
 
 /// The app on the session bus: the name org.pillora.Pillora and the object /org/pillora/Pillora with

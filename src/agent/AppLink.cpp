@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "agent/AppLink.h"
 
+#include <utility>
+
 #include "agent/AsyncCall.h"
 #include "agent/Wire.h"
 
@@ -16,16 +18,18 @@ MessageHandle callTo(sd_bus* bus, const char* interface, const char* member) {
   return MessageHandle(call);
 }
 
-void activate(sd_bus* bus, const std::string& token) {
-  const MessageHandle call = callTo(bus, "org.freedesktop.Application", "Activate");
-  const char* text = token.c_str();
-  const int appended = token.empty() ? sd_bus_message_append(call.get(), "a{sv}", 0)
-                                     : sd_bus_message_append(call.get(), "a{sv}", 2, "activation-token", "s", text,
-                                                             "desktop-startup-id", "s", text);
-  if (appended >= 0) callAsync(bus, call.get(), kAnswerTime, [](sd_bus_message*) {});
-}
-
 }  // namespace
+
+MessageHandle activationCall(sd_bus* bus, const Activation& activation) {
+  const char* const interface = "org.freedesktop.Application";
+  MessageHandle call = callTo(bus, interface, activation.action.empty() ? "Activate" : "ActivateAction");
+  if (!activation.action.empty()) sd_bus_message_append(call.get(), "sav", activation.action.c_str(), 0);
+  const char* token = activation.token.c_str();
+  const int appended = *token == '\0' ? sd_bus_message_append(call.get(), "a{sv}", 0)
+                                      : sd_bus_message_append(call.get(), "a{sv}", 2, "activation-token", "s", token,
+                                                              "desktop-startup-id", "s", token);
+  return appended < 0 ? nullptr : std::move(call);
+}
 
 void AppLink::willPresent(const UNNotificationRequest& request, std::function<void(unsigned)> completion) {
   const MessageHandle call = callTo(bus_, kDelegateInterface, "WillPresent");
@@ -43,7 +47,9 @@ void AppLink::willPresent(const UNNotificationRequest& request, std::function<vo
 }
 
 void AppLink::didReceive(const UNNotificationResponse& response, bool opensTheApp, const std::string& activationToken) {
-  if (opensTheApp) activate(bus_, activationToken);
+  if (opensTheApp) {
+    callAsync(bus_, activationCall(bus_, {.token = activationToken}).get(), kAnswerTime, [](sd_bus_message*) {});
+  }
   const MessageHandle call = callTo(bus_, kDelegateInterface, "DidReceive");
   WireWriter writer(call.get());
   writer.request(response.request);

@@ -10,6 +10,15 @@
 
 namespace pillora {
 
+/// What the desktop asks of the app when it opens it.
+struct Activation {
+  std::string action = {};  ///< of the desktop entry, "add-medicine"; empty: only to come to the front
+  std::string token = {};   ///< by which the desktop lets it come there; may be empty
+};
+
+/// The call that hands an activation to the app.
+MessageHandle activationCall(sd_bus* bus, const Activation& activation);
+
 /// The way to the running app, if one runs: it is asked how to present, and gets the answers. Main thread only.
 class AppLink {
  public:

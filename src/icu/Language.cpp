@@ -216,4 +216,9 @@ std::string systemLanguage() {
   return "en";
 }
 
+bool readsRightToLeft(const std::string& id) {
+  const auto locale = localeNamed(id);
+  return locale && locale->isRightToLeft();
+}
+
 }  // namespace pillora

@@ -41,4 +41,7 @@ Result<std::unique_ptr<const Language>> makeLanguage(const std::string& id, cons
 /// no list overrules.
 std::string systemLanguage();
 
+/// Whether a language, written as above, is read from right to left.
+bool readsRightToLeft(const std::string& id);
+
 }  // namespace pillora

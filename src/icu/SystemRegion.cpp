@@ -67,14 +67,17 @@ class SystemRegion::FollowingTexts final : public Texts {
     return latest->containsIgnoringCase(text, part);
   }
   std::string number(double value, int fractionDigits) const override { return latest->number(value, fractionDigits); }
-  std::string translated(std::string_view english) const override { return latest->translated(english); }
+  std::string translated(std::string_view context, std::string_view english) const override {
+    return latest->translated(context, english);
+  }
   std::string translatedCount(int64_t n, std::string_view one, std::string_view other) const override {
     return latest->translatedCount(n, one, other);
   }
 };
 
-SystemRegion::SystemRegion(std::string language, std::string etc)
+SystemRegion::SystemRegion(std::string language, Catalogues catalogues, std::string etc)
     : language_(std::move(language)),
+      catalogues_(std::move(catalogues)),
       etc_(std::move(etc)),
       calendar_(std::make_unique<FollowingCalendar>()),
       gregorian_(std::make_unique<FollowingCalendar>()),
@@ -82,8 +85,8 @@ SystemRegion::SystemRegion(std::string language, std::string etc)
 
 SystemRegion::~SystemRegion() = default;
 
-Result<std::unique_ptr<SystemRegion>> SystemRegion::open(std::string language, std::string etc) {
-  std::unique_ptr<SystemRegion> region(new SystemRegion(std::move(language), std::move(etc)));
+Result<std::unique_ptr<SystemRegion>> SystemRegion::open(std::string language, Catalogues catalogues, std::string etc) {
+  std::unique_ptr<SystemRegion> region(new SystemRegion(std::move(language), std::move(catalogues), std::move(etc)));
   if (const auto there = region->goTo(systemTimeZone(region->etc_)); !there) return there.error();
   return region;
 }
@@ -103,7 +106,7 @@ Result<void> SystemRegion::goTo(const std::string& zone) {
   if (!calendar) return calendar.error();
   auto gregorian = makeCalendar("en_US", zone);
   if (!gregorian) return gregorian.error();
-  auto texts = makeTexts(locale, zone, language_);
+  auto texts = makeTexts(locale, zone, language_, catalogues_);
   if (!texts) return texts.error();
   calendar_->latest.use(*std::move(calendar));
   gregorian_->latest.use(*std::move(gregorian));

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "icu/Language.h"
 #include "platform/Calendar.h"
 #include "platform/Texts.h"
 #include "support/Result.h"
@@ -19,7 +20,8 @@ namespace pillora {
 class SystemRegion {
  public:
   /// Own texts are in `language`, as for makeTexts. `etc` is the folder that names the zone, as for systemTimeZone.
-  static Result<std::unique_ptr<SystemRegion>> open(std::string language, std::string etc = "/etc");
+  static Result<std::unique_ptr<SystemRegion>> open(std::string language, Catalogues catalogues = {},
+                                                    std::string etc = "/etc");
   ~SystemRegion();
 
   const Calendar& calendar() const;
@@ -33,10 +35,12 @@ class SystemRegion {
   class FollowingCalendar;
   class FollowingTexts;
 
-  SystemRegion(std::string language, std::string etc);
+  SystemRegion(std::string language, Catalogues catalogues, std::string etc);
   Result<void> goTo(const std::string& zone);
 
-  std::string language_, etc_, zone_;
+  std::string language_;
+  Catalogues catalogues_;
+  std::string etc_, zone_;
   std::unique_ptr<FollowingCalendar> calendar_, gregorian_;
   std::unique_ptr<FollowingTexts> texts_;
 };

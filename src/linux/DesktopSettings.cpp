@@ -46,14 +46,13 @@ std::string fieldOf(const std::string& font, int field) {
 
 }  // namespace
 
-std::unique_ptr<DesktopSettings> DesktopSettings::open(std::function<void(const DesktopLook&)> changed) {
+std::unique_ptr<DesktopSettings> DesktopSettings::open() {
   auto bus = PolledBus::openSession();
   if (bus == nullptr) return nullptr;
-  return std::unique_ptr<DesktopSettings>(new DesktopSettings(std::move(bus), std::move(changed)));
+  return std::unique_ptr<DesktopSettings>(new DesktopSettings(std::move(bus)));
 }
 
-DesktopSettings::DesktopSettings(std::unique_ptr<PolledBus> bus, std::function<void(const DesktopLook&)> changed)
-    : bus_(std::move(bus)), changed_(std::move(changed)) {
+DesktopSettings::DesktopSettings(std::unique_ptr<PolledBus> bus) : bus_(std::move(bus)) {
   const std::string portal = kPortal;
   bus_->listen("type='signal',sender='" + portal + "',interface='" + kInterface + "',member='SettingChanged'",
                [this](sd_bus_message* signal) { takeChange(signal); });
@@ -67,8 +66,10 @@ DesktopSettings::DesktopSettings(std::unique_ptr<PolledBus> bus, std::function<v
   bus_->flush();
 }
 
-void DesktopSettings::awaitFirst(std::chrono::milliseconds patience) {
+void DesktopSettings::follow(Changed changed, std::chrono::milliseconds patience) {
   bus_->processUntil([this] { return isAnswered_; }, after(patience));
+  changed_ = std::move(changed);
+  if (look_ != DesktopLook()) changed_(look_);
 }
 
 void DesktopSettings::ask() {
@@ -162,7 +163,7 @@ void DesktopSettings::tell() {
   const DesktopLook look = lookSaid();
   if (look == look_) return;
   look_ = look;
-  changed_(look);
+  if (changed_) changed_(look);
 }
 
 }  // namespace pillora

@@ -18,19 +18,22 @@ namespace pillora {
 /// A portal that starts later is asked then; where there is none, nothing is ever said.
 class DesktopSettings {
  public:
-  /// Asks at once, without waiting for the answer. `changed` is called from the connection's process() with each look
-  /// that differs from the one before, the first from the defaults. Null where there is no session bus.
-  static std::unique_ptr<DesktopSettings> open(std::function<void(const DesktopLook&)> changed);
+  using Changed = std::function<void(const DesktopLook&)>;
+
+  /// Asks at once, without waiting for the answer. Null where there is no session bus.
+  static std::unique_ptr<DesktopSettings> open();
 
   PolledBus& connection() { return *bus_; }
-  /// Until the portal has answered or the time is over: for a window that would rather open in its right colours.
-  void awaitFirst(std::chrono::milliseconds patience);
+  /// Waits for the answer, if it has not come, for so long at most: a window would rather open in its right colours.
+  /// `changed` is called here when there is a look other than the defaults, and later from the connection's process()
+  /// with each that differs from the one before.
+  void follow(Changed changed, std::chrono::milliseconds patience);
 
  private:
   using Value = std::variant<double, std::string>;
   using Key = std::pair<std::string, std::string>;  ///< a namespace and a name in it
 
-  DesktopSettings(std::unique_ptr<PolledBus> bus, std::function<void(const DesktopLook&)> changed);
+  explicit DesktopSettings(std::unique_ptr<PolledBus> bus);
   void ask();
   void takeAll(sd_bus_message* reply);
   void takeChange(sd_bus_message* signal);
@@ -41,7 +44,7 @@ class DesktopSettings {
   void tell();
 
   std::unique_ptr<PolledBus> bus_;
-  std::function<void(const DesktopLook&)> changed_;
+  Changed changed_;
   std::map<Key, Value> said_;
   DesktopLook look_;
   bool isAnswered_ = false;

@@ -13,6 +13,12 @@ void RootModel::select(int tag) {
   emit acted();
 }
 
+void RootModel::show(std::string_view id) {
+  for (const TabItem& tab : view_.content().tabs) {
+    if (tab.id == id) select(tab.tag);
+  }
+}
+
 AppModel::AppModel(const WindowEnvironment& environment)
     : environment_(environment),
       backups_(environment.backups),
@@ -51,6 +57,11 @@ void AppModel::setScenePhase(ScenePhase phase) {
   phase_ = phase;
   environment_.app.scenePhaseChanged(phase);
   redraw();
+}
+
+void AppModel::perform(std::string_view action) {
+  if (action == "add-medicine") addMedicine_.open();
+  root_.show(action);
 }
 
 ScreenModel& AppModel::front() {

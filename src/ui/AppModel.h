@@ -5,6 +5,7 @@
 #include <QQmlEngine>
 #include <QTimer>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "app/ContentView.h"
@@ -40,6 +41,8 @@ class RootModel final : public pillora::ScreenModel {
 
   /// By the tag of a tab; another changes nothing.
   Q_INVOKABLE void select(int tag);
+  /// By the id of a tab.
+  void show(std::string_view id);
   Q_INVOKABLE void unlock() { view_.unlock(); }
   Q_INVOKABLE void usePasscode() { view_.usePasscode(); }
 
@@ -82,6 +85,9 @@ class AppModel final : public QObject {
   /// The window has been shown for the first time.
   void appeared() { static_cast<void>(environment_.app.rootViewAppeared()); }
   void setScenePhase(ScenePhase phase);
+  /// What the desktop's launcher offers, by its name there: "add-medicine" opens the form, a tab's id ("today") shows
+  /// that tab. Another name does nothing. What is done under the lock shows once that is open.
+  void perform(std::string_view action);
   /// Another process may have written the store.
   void storeMayHaveChanged() { environment_.screens.context.refresh(); }
   /// Draws what is on show.

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <chrono>
 #include <utility>
-#include <vector>
 
 namespace pillora {
 
@@ -21,13 +20,12 @@ PolledConnection::PolledConnection(int descriptor, std::function<void()> process
           });
 }
 
-FolderNotifier::FolderNotifier(const std::string& folder, std::initializer_list<std::string_view> names,
-                               const std::function<void()>& changed) {
+FolderNotifier::FolderNotifier(const std::string& folder, const Names& names, const std::function<void()>& changed) {
   auto opened = FolderWatch::open(folder);
   if (!opened) return;
   watch_ = *std::move(opened);
   readable_.emplace(watch_->descriptor(), QSocketNotifier::Read);
-  connect(&*readable_, &QSocketNotifier::activated, this, [this, names = std::vector(names), changed] {
+  connect(&*readable_, &QSocketNotifier::activated, this, [this, names, changed] {
     if (watch_->takeChanges(names)) changed();
   });
 }

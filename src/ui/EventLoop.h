@@ -5,11 +5,11 @@
 #include <QSocketNotifier>
 #include <QTimer>
 #include <functional>
-#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/Clock.h"
 #include "support/FolderWatch.h"
@@ -37,8 +37,9 @@ class FolderNotifier final : public QObject {
   Q_OBJECT
 
  public:
-  FolderNotifier(const std::string& folder, std::initializer_list<std::string_view> names,
-                 const std::function<void()>& changed);
+  using Names = std::vector<std::string_view>;
+
+  FolderNotifier(const std::string& folder, const Names& names, const std::function<void()>& changed);
 
  private:
   std::unique_ptr<FolderWatch> watch_;

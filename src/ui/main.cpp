@@ -4,32 +4,36 @@
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
-#include <QSocketNotifier>
 #include <QTemporaryDir>
 #include <QUrl>
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string_view>
 #include <sys/stat.h>
+#include <utility>
+#include <vector>
 
 #include "agent/AgentClient.h"
 #include "agent/InProcessCenter.h"
 #include "agent/ProcessLauncher.h"
-#include "icu/Calendars.h"
-#include "icu/IcuTexts.h"
+#include "icu/Language.h"
+#include "icu/SystemRegion.h"
 #include "linux/CloudFolder.h"
+#include "linux/DesktopSettings.h"
 #include "linux/DeviceOwnerAuthentication.h"
 #include "linux/Folders.h"
 #include "linux/LoginStart.h"
 #include "linux/PosixFileManager.h"
+#include "linux/SessionLock.h"
 #include "linux/StandardErrorConsole.h"
 #include "linux/SystemClock.h"
 #include "linux/ThreadExecutor.h"
 #include "linux/Vibration.h"
-#include "support/FolderWatch.h"
 #include "ui/AppModel.h"
 #include "ui/Appearance.h"
 #include "ui/Demo.h"
@@ -44,6 +48,9 @@ void qml_register_types_Pillora();
 namespace {
 
 using namespace pillora;
+
+/// How long the window may wait for the desktop to say how it should look. It has been asked long before.
+constexpr std::chrono::milliseconds kLookPatience(5);
 
 /// Ends the program with the reason, which is printed, and shown in the words of `texts` where they are given: who
 /// clicked an icon sees nothing that is printed.
@@ -78,21 +85,56 @@ bool needsNoDisplay(int argc, char** argv) {
 struct Options {
   bool isDemo = false;
   QString pictures;  ///< the folder to draw every screen into; empty otherwise
+  std::string language;
+  Activation activation;  ///< what to begin with, here or in the window that is open already
 };
 
-Options readOptions(const QGuiApplication& application) {
+/// By which the desktop lets the window come to the front. Qt takes the variables away, so it is read first.
+std::string activationToken() {
+  for (const char* name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
+    if (const char* token = std::getenv(name); token != nullptr && *token != '\0') return token;
+  }
+  return {};
+}
+
+Options readOptions(const QGuiApplication& application, std::string token) {
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("Reminds you of your medicines."));
   parser.addHelpOption();
   parser.addVersionOption();
+  const QCommandLineOption addMedicine(QStringLiteral("add-medicine"),
+                                       QStringLiteral("Begin with the form for a new medicine."));
+  const QCommandLineOption today(QStringLiteral("today"), QStringLiteral("Begin with Today."));
+  const QCommandLineOption language(QStringLiteral("language"),
+                                    QStringLiteral("Language of Pillora's own words (default: the system's)."),
+                                    QStringLiteral("ID"));
   const QCommandLineOption demo(QStringLiteral("demo"),
                                 QStringLiteral("Show a made-up month. Nothing is read or written."));
   const QCommandLineOption pictures(QStringLiteral("pictures"),
                                     QStringLiteral("Draw every screen of the demo into FOLDER and end."),
                                     QStringLiteral("FOLDER"));
-  parser.addOptions({demo, pictures});
+  parser.addOptions({addMedicine, today, language, demo, pictures});
   parser.process(application);
-  return {parser.isSet(demo) || parser.isSet(pictures), parser.value(pictures)};
+  Activation activation{.token = std::move(token)};
+  for (const QCommandLineOption& action : {today, addMedicine}) {
+    if (parser.isSet(action)) activation.action = action.names().first().toStdString();
+  }
+  return {parser.isSet(demo) || parser.isSet(pictures), parser.value(pictures),
+          parser.isSet(language) ? parser.value(language).toStdString() : systemLanguage(), std::move(activation)};
+}
+
+/// For pictures, where nothing that the app prints is of interest.
+class SilentConsole final : public Console {
+ public:
+  void print(std::string_view) override {}
+};
+
+/// Lets Qt's event loop drive a connection that is polled.
+template <typename Connection>
+std::unique_ptr<PolledConnection> drive(Connection& connection) {
+  return std::make_unique<PolledConnection>(
+      connection.descriptor(), [&connection] { connection.process(); },
+      [&connection] { return connection.wantsToWrite(); });
 }
 
 class SystemDesktop final : public Desktop {
@@ -113,8 +155,7 @@ class Reminders {
       : zone_(gregorian) {
     if (!isDemo) agent_ = require(AgentClient::connect(executor, {siblingProgram("pillora-agent")}), texts);
     if (agent_) {
-      connection_ = std::make_unique<PolledConnection>(
-          agent_->descriptor(), [this] { agent_->process(); }, [this] { return agent_->wantsToWrite(); });
+      connection_ = drive(*agent_);
       return;
     }
     if (isDemo) demoFolder_.emplace();
@@ -141,6 +182,9 @@ class Reminders {
     if (!agent_) return ReminderService::never;
     return agentStartsAtLogin() ? ReminderService::fromEveryLogin : ReminderService::untilLogout;
   }
+  void zoneChanged() {
+    if (engine_) static_cast<void>(engine_->zoneChanged());  // the agent sees it by itself
+  }
 
  private:
   std::optional<QTemporaryDir> demoFolder_;
@@ -163,28 +207,49 @@ std::unique_ptr<FileManager> fileManager(bool isDemo) {
   return std::make_unique<PosixFileManager>(documentsFolder, cloudFolder);
 }
 
-/// Lets what other programs write into the store show at once.
-void watchStore(AppModel& app, QObject& owner) {
-  auto opened = FolderWatch::open(require(groupContainer()));
-  if (!opened) return;
-  const std::shared_ptr<FolderWatch> watch = *std::move(opened);
-  auto* const notifier = new QSocketNotifier(watch->descriptor(), QSocketNotifier::Read, &owner);
-  QObject::connect(notifier, &QSocketNotifier::activated, &app, [&app, watch] {
-    if (watch->takeChanges({"Pillora.store", "Pillora.store-wal"})) app.storeMayHaveChanged();
-  });
-}
+/// What happens around the window and shows in it at once: the session is locked, the time zone becomes another, other
+/// programs write into the store.
+class Surroundings {
+ public:
+  Surroundings(AppModel& app, SceneWatch& scene, SystemRegion& region, Reminders& reminders, bool isDemo)
+      : session_(SessionLock::open([&scene](bool isLocked) { scene.setSessionLocked(isLocked); })),
+        zone_("/etc", {"localtime", "timezone"}, [&app, &region, &reminders] {
+          if (!region.refresh()) return;
+          reminders.zoneChanged();
+          app.redraw();
+        }) {
+    if (session_) sessionConnection_ = drive(session_->connection());
+    if (isDemo) return;
+    const FolderNotifier::Names files = {"Pillora.store", "Pillora.store-wal"};
+    store_ = std::make_unique<FolderNotifier>(require(groupContainer()), files, [&app] { app.storeMayHaveChanged(); });
+  }
+
+ private:
+  std::unique_ptr<SessionLock> session_;
+  std::unique_ptr<PolledConnection> sessionConnection_;
+  FolderNotifier zone_;
+  std::unique_ptr<FolderNotifier> store_;
+};
 
 /// What the agent and the desktop ask of the window.
-AppHooks hooksOf(QQuickWindow& window, const SceneWatch& scene) {
+AppHooks hooksOf(AppModel& app, QQuickWindow& window, const SceneWatch& scene) {
   AppHooks hooks;
   hooks.isActive = [&scene] { return scene.isActive(); };
-  hooks.activate = [&window](const std::string& token) {
-    qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token));
+  hooks.activate = [&app, &window](const Activation& activation) {
+    if (!activation.token.empty()) qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(activation.token));
     window.show();
     window.raise();
     window.requestActivate();
+    app.perform(activation.action);
   };
   return hooks;
+}
+
+/// Takes the app's name on the bus. False when another start was quicker; that one has been asked to come to the front.
+bool becomeApp(AgentClient& agent, AppHooks hooks, const Activation& activation) {
+  const auto named = agent.becomeApp(std::move(hooks));
+  if (named) return true;
+  return !require(agent.activateApp(activation)) && require(Result<bool>(named.error()));
 }
 
 }  // namespace
@@ -195,31 +260,39 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
   }
+  std::string token = activationToken();
   QGuiApplication application(argc, argv);
   QGuiApplication::setApplicationName(QStringLiteral("pillora"));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Pillora"));
   QGuiApplication::setApplicationVersion(QString::fromStdString(Bundle().shortVersion));
   QGuiApplication::setDesktopFileName(QString::fromStdString(Bundle().identifier));
-  const Options options = readOptions(application);
+  const Options options = readOptions(application, std::move(token));
+  const bool isDrawing = !options.pictures.isEmpty();
 
-  StandardErrorConsole console;
+  // Asked before the rest is made, so that the answer is there when the window is.
+  const auto desktopSettings = isDrawing ? nullptr : DesktopSettings::open();
+  StandardErrorConsole standardError;
+  SilentConsole silence;
+  Console& console = isDrawing ? static_cast<Console&>(silence) : standardError;
   QtMainExecutor executor;
   SystemDesktop desktop;
   DeviceOwnerAuthentication owner;
-  const auto calendar = require(makeCalendar(systemLocale(), systemTimeZone()));
-  const auto gregorian = require(makeCalendar("en_US", systemTimeZone()));
+  const auto region = require(SystemRegion::open(options.language, {cataloguesFolder(), &console}));
+  const Calendar& calendar = region->calendar();
+  const Texts& texts = region->texts();
   const SystemClock systemClock;
-  const DemoClock demoClock(*gregorian);
-  const Clock& clock = options.pictures.isEmpty() ? static_cast<const Clock&>(systemClock) : demoClock;
-  const auto texts = require(makeTexts(systemLocale(), systemTimeZone(), "en"));
+  const DemoClock demoClock(region->gregorian());
+  const Clock& clock = isDrawing ? static_cast<const Clock&>(demoClock) : systemClock;
   const auto files = fileManager(options.isDemo);
   ThreadExecutor background;
-  const Texts* const shown = options.isDemo ? nullptr : texts.get();
-  Reminders reminders(options.isDemo, clock, *gregorian, executor, shown);
+  const Texts* const shown = options.isDemo ? nullptr : &texts;
+  Reminders reminders(options.isDemo, clock, region->gregorian(), executor, shown);
+  AgentClient* const agent = reminders.agent();
+  if (agent != nullptr && require(agent->activateApp(options.activation), shown)) return 0;
 
   const Platform platform{clock,
-                          *calendar,
-                          *texts,
+                          calendar,
+                          texts,
                           reminders.notificationCenter(),
                           reminders.taskScheduler(),
                           executor,
@@ -228,10 +301,10 @@ int main(int argc, char** argv) {
                           Bundle()};
   const auto pillora = require(PilloraApp::start(platform, storeConfiguration(options.isDemo, clock, shown)), shown);
   ModelContext& context = pillora->container().mainContext();
-  if (options.isDemo) fillWithDemo(context, *calendar, clock.now());
+  if (options.isDemo) fillWithDemo(context, calendar, clock.now());
   AppModel app({*pillora,
-                {context, clock, *calendar, *texts, pillora->notificationManager()},
-                {*files, background, executor, clock, *texts, Bundle()},
+                {context, clock, calendar, texts, pillora->notificationManager()},
+                {*files, background, executor, clock, texts, Bundle()},
                 desktop,
                 console});
   app.settings()->setReminderService(reminders.service());
@@ -240,20 +313,26 @@ int main(int argc, char** argv) {
   QQmlApplicationEngine engine;
   engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
   engine.setInitialProperties({{QStringLiteral("app"), QVariant::fromValue(&app)}});
+  Appearance& appearance = Appearance::of(engine);
+  const bool isMirrored = readsRightToLeft(options.language);
+  QGuiApplication::setLayoutDirection(isMirrored ? Qt::RightToLeft : Qt::LeftToRight);
+  appearance.setProperty("mirrored", isMirrored);
+  if (desktopSettings) {
+    desktopSettings->follow([&appearance](const DesktopLook& look) { appearance.follow(look); }, kLookPatience);
+  }
   engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Pillora/Main.qml")));
   if (engine.rootObjects().isEmpty()) return 1;
   auto& window = *qobject_cast<QQuickWindow*>(engine.rootObjects().first());
-  if (!options.pictures.isEmpty()) return drawScreens(app, window, Appearance::of(engine), options.pictures) ? 0 : 1;
+  if (isDrawing) return drawScreens(app, window, appearance, options.pictures) ? 0 : 1;
 
   SceneWatch scene(app, window);
-  if (!options.isDemo) {
-    const bool isOnly = reminders.agent() == nullptr || reminders.agent()->becomeApp(hooksOf(window, scene));
-    if (!isOnly) return 0;
-    watchStore(app, application);
-  }
+  if (agent != nullptr && !becomeApp(*agent, hooksOf(app, window, scene), options.activation)) return 0;
+  const Surroundings surroundings(app, scene, *region, reminders, options.isDemo);
+  const auto settingsConnection = desktopSettings ? drive(desktopSettings->connection()) : nullptr;
   // The first frame comes first: what the start has to do may take longer than a person likes to wait for it.
   QObject::connect(&window, &QQuickWindow::frameSwapped, &app, &AppModel::appeared,
                    static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+  app.perform(options.activation.action);
   window.show();
   return QGuiApplication::exec();
 }

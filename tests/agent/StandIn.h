@@ -17,14 +17,18 @@ class StandIn final : public UNUserNotificationCenterDelegate {
  public:
   explicit StandIn(BusHandle bus) : bus_(std::move(bus)), endpoint_(bus_.get()) {
     endpoint_.setDelegate(this);
-    const auto started = endpoint_.start(
-        {[this] { return isActive; }, [this](const std::string& token) { activations.push_back(token); }});
+    const auto started = endpoint_.start({[this] { return isActive; },
+                                          [this](const Activation& activation) {
+                                            actions.push_back(activation.action);
+                                            activations.push_back(activation.token);
+                                          }});
     EXPECT_TRUE(started);
   }
 
   bool isActive = true;
   unsigned options = 19;
-  std::vector<std::string> asked, answers, activations;
+  std::vector<std::string> asked, answers;
+  std::vector<std::string> activations, actions;  ///< the token of each, and what it asked for
 
   sd_bus* bus() const { return bus_.get(); }
 

@@ -23,7 +23,7 @@ class SystemRegionTest : public testing::Test {
     std::filesystem::rename(etc_.file("new"), etc_.file("localtime"));
   }
   std::unique_ptr<SystemRegion> open() {
-    auto region = SystemRegion::open("en", etc_.path());
+    auto region = SystemRegion::open("en", {}, etc_.path());
     EXPECT_TRUE(region) << region.error().description;
     return *std::move(region);
   }
@@ -50,7 +50,7 @@ TEST_F(SystemRegionTest, calendarsAndTextsGoByTheZoneThatTheSystemIsIn) {
   EXPECT_EQ(calendar.startOfDay(instant_), at("2025-01-10T05:00:00Z"));
   EXPECT_EQ(gregorian.components(instant_).hour, 7);
   EXPECT_EQ(texts.shortTime(instant_, true), "07:00");
-  EXPECT_EQ(texts.text("Hello {name}", {{"name", "Ada"}}), "Hello Ada");
+  EXPECT_EQ(texts.textIn("greeting", "Hello {name}", {{"name", "Ada"}}), "Hello Ada");
   EXPECT_EQ(texts.counted(2, "{n} dose", "{n} doses"), "2 doses");
   EXPECT_EQ(texts.fileSize(1'200'000), "1.2 MB");
 }
@@ -64,7 +64,7 @@ TEST_F(SystemRegionTest, whatWritesTheSameZoneAgainChangesNothing) {
 }
 
 TEST_F(SystemRegionTest, anUnknownLanguageIsRefused) {
-  const auto region = SystemRegion::open("tlh", etc_.path());
+  const auto region = SystemRegion::open("tlh", {}, etc_.path());
   ASSERT_FALSE(region);
   EXPECT_NE(region.error().description.find("tlh"), std::string::npos);
 }

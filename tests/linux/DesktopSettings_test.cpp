@@ -97,8 +97,11 @@ class Portal final : public StandInService {
 class DesktopSettingsTest : public ::testing::Test {
  protected:
   void open() {
-    settings = DesktopSettings::open([this](const DesktopLook& look) { looks.push_back(look); });
+    settings = DesktopSettings::open();
     ASSERT_NE(settings, nullptr);
+  }
+  void follow(std::chrono::milliseconds patience = 0ms) {
+    settings->follow([this](const DesktopLook& look) { looks.push_back(look); }, patience);
   }
   bool waitFor(const std::function<bool()>& happened) {
     std::vector<sd_bus*> connections = {other.get()};
@@ -113,6 +116,7 @@ class DesktopSettingsTest : public ::testing::Test {
     looks.clear();
     portal.settings = std::move(held);
     open();
+    follow();
     EXPECT_TRUE(waitFor([&] { return !looks.empty(); }));
     return looks.empty() ? DesktopLook() : looks.back();
   }
@@ -176,7 +180,7 @@ TEST_F(DesktopSettingsTest, aChangeIsFollowed) {
 TEST_F(DesktopSettingsTest, aPortalThatStartsLaterIsAsked) {
   portal.vanish();
   open();
-  settings->awaitFirst(10s);  // the bus says at once that there is none
+  follow(10s);  // the bus says at once that there is none
   Portal later(bus.connect().release());
   later.settings = {{"org.freedesktop.appearance", "color-scheme", 'u', 1}};
   ASSERT_TRUE(PrivateBus::pumpUntil({later.bus()}, [&] {
@@ -186,11 +190,20 @@ TEST_F(DesktopSettingsTest, aPortalThatStartsLaterIsAsked) {
   EXPECT_TRUE(looks[0].isDark);
 }
 
+TEST_F(DesktopSettingsTest, whatWasAnsweredBeforeIsThereWithoutWaiting) {
+  portal.settings = {{"org.freedesktop.appearance", "color-scheme", 'u', 1}};
+  open();
+  ASSERT_TRUE(PrivateBus::pumpUntil({portal.bus()}, [&] { return portal.count("ReadAll") == 1; }));
+  EXPECT_EQ(sd_bus_flush(portal.bus()), 0);
+  follow(10s);
+  EXPECT_EQ(looks, std::vector{DesktopLook{.isDark = true}});
+}
+
 TEST_F(DesktopSettingsTest, nobodyWaitsForAPortalThatHangsLongerThanTold) {
   portal.isHung = true;
   open();
   const auto began = std::chrono::steady_clock::now();
-  settings->awaitFirst(20ms);
+  follow(20ms);
   EXPECT_GE(std::chrono::steady_clock::now() - began, 20ms);
   EXPECT_TRUE(looks.empty());
   EXPECT_TRUE(waitFor([&] { return portal.count("ReadAll") == 1; }));
@@ -198,7 +211,7 @@ TEST_F(DesktopSettingsTest, nobodyWaitsForAPortalThatHangsLongerThanTold) {
 
 TEST_F(DesktopSettingsTest, withoutASessionBusThereIsNothingToFollow) {
   const ScopedVariable nowhere("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
-  EXPECT_EQ(DesktopSettings::open([](const DesktopLook&) {}), nullptr);
+  EXPECT_EQ(DesktopSettings::open(), nullptr);
 }
 
 }  // namespace

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+// The real window and the real agent on a private bus, without a display: there is one window, whoever starts it.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <future>
+#include <regex>
+#include <sstream>
+
+#include "agent/PrivateBus.h"
+#include "agent/StandIn.h"
+#include "doubles/ChildProcess.h"
+
+namespace pillora {
+namespace {
+
+using Names = std::vector<std::string>;
+
+class OneWindow : public ::testing::Test {
+ protected:
+  std::vector<std::string> environment() const {
+    const std::string& path = folder.path();
+    return {"HOME=" + path,
+            "XDG_DATA_HOME=" + path + "/data",
+            "XDG_STATE_HOME=" + path + "/state",
+            "XDG_CONFIG_HOME=" + path + "/config",
+            "XDG_RUNTIME_DIR=" + path,
+            "DBUS_SESSION_BUS_ADDRESS=" + bus.address(),
+            "DBUS_SYSTEM_BUS_ADDRESS=unix:path=/nonexistent/bus",
+            "QT_QPA_PLATFORM=offscreen",
+            "QT_QUICK_BACKEND=software",
+            "LC_ALL=C.UTF-8",
+            "TZ=UTC",
+            "PATH=/usr/bin:/bin"};
+  }
+  /// What became of a start that ends by itself, while `others` are handled.
+  ChildProcess::Result start(const Names& options, const std::vector<sd_bus*>& others = {}) {
+    Names words = {PILLORA};
+    words.insert(words.end(), options.begin(), options.end());
+    Names variables = environment();
+    variables.emplace_back("XDG_ACTIVATION_TOKEN=token-7");
+    auto ended = std::async(std::launch::async,
+                            [child = ChildProcess(words, variables)]() mutable { return child.finish(); });
+    EXPECT_TRUE(PrivateBus::pumpUntil(
+        others, [&] { return ended.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
+    return ended.get();
+  }
+  bool isRunning() { return PrivateBus::isOwned(own.get(), kAppName); }
+  std::string owner() {
+    sd_bus_message* message = nullptr;
+    const char* name = "";
+    sd_bus_call_method(own.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                       "GetNameOwner", nullptr, &message, "s", kAppName);
+    const MessageHandle reply(message);
+    if (message != nullptr) sd_bus_message_read(message, "s", &name);
+    return name;
+  }
+  /// How a call on the window's application object ends: empty, or the error's name.
+  std::string call(const MessageHandle& activation) {
+    sd_bus_error error{};
+    sd_bus_call(own.get(), activation.get(), 10'000'000, &error, nullptr);
+    const std::string name = error.name != nullptr ? error.name : "";
+    sd_bus_error_free(&error);
+    return name;
+  }
+  /// Lets the bus start the window by the service file that is installed, from where it was built.
+  void installService() {
+    std::ifstream file(PILLORA_SERVICE_FILE);
+    std::stringstream text;
+    text << file.rdbuf();
+    std::string command = "/usr/bin/env";
+    for (const std::string& each : environment()) command += " " + each;
+    const std::regex program("Exec=.*/bin/pillora\n");
+    ASSERT_TRUE(std::regex_search(text.str(), program)) << text.str();
+    std::ofstream(bus.services() + "/org.pillora.Pillora.service")
+        << std::regex_replace(text.str(), program, "Exec=" + command + " " + PILLORA + "\n");
+    ASSERT_GE(sd_bus_call_method(own.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                                 "ReloadConfig", nullptr, nullptr, nullptr),
+              0);
+  }
+
+  TemporaryFolder folder;
+  PrivateBus bus;  // what it started, and the agent, go with it
+  BusHandle own = bus.connect();
+};
+
+TEST_F(OneWindow, aStartThatFindsItRunningHandsOverWhatIsAskedAndEnds) {
+  StandIn running(bus.connect());
+  struct Case {
+    Names options;
+    std::string action;
+  };
+  for (const auto& [options, action] : {Case{{}, ""}, Case{{"--add-medicine"}, "add-medicine"},
+                                        Case{{"--today"}, "today"}}) {
+    running.actions.clear();
+    running.activations.clear();
+    const auto ended = start(options, {running.bus()});
+    EXPECT_EQ(ended.status, 0) << ended.err;
+    EXPECT_EQ(running.actions, Names{action});
+    EXPECT_EQ(running.activations, Names{"token-7"});
+  }
+  EXPECT_FALSE(std::filesystem::exists(folder.path() + "/data")) << "it opened no store";
+}
+
+TEST_F(OneWindow, theFirstStartTakesTheNameAndAnswersTheDesktop) {
+  const StartedProgram window({PILLORA}, environment());
+  ASSERT_TRUE(PrivateBus::pumpUntil({own.get()}, [&] { return isRunning(); }));
+  const std::string first = owner();
+  EXPECT_EQ(call(activationCall(own.get(), {})), "");
+  EXPECT_EQ(call(activationCall(own.get(), {.action = "add-medicine", .token = "token-8"})), "");
+  EXPECT_EQ(call(activationCall(own.get(), {.action = "nothing that there is"})), "");
+  EXPECT_EQ(start({"--today"}).status, 0);
+  EXPECT_EQ(owner(), first);
+}
+
+TEST_F(OneWindow, theBusStartsItForWhoAsksSomethingOfIt) {
+  installService();
+  ASSERT_FALSE(isRunning());
+  EXPECT_EQ(call(activationCall(own.get(), {.action = "add-medicine"})), "");
+  EXPECT_TRUE(isRunning());
+}
+
+TEST_F(OneWindow, aLanguageThatNobodySpeaksIsRefusedByName) {
+  const auto refused = start({"--language", "tlh"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_NE(refused.err.find("unknown language: tlh"), std::string::npos) << refused.err;
+}
+
+}  // namespace
+}  // namespace pillora
