@@ -35,7 +35,8 @@ class DeviceOwnerAuthentication {
   /// Takes an open prompt down and waits for its end.
   ~DeviceOwnerAuthentication();
 
-  /// Contexts must go before the device does; on the main thread alone, like all else here.
+  /// Contexts must go before the device does; on the main thread alone, like all else here. One that is only asked
+  /// whether it can evaluate may live on any thread.
   LAContextFactory contextFactory();
 
  private:

@@ -93,15 +93,28 @@ ValueRow valueRow(std::string id, std::string label, std::string text) {
 }  // namespace
 
 SettingsView::SettingsView(ScreenEnvironment environment, const BackupEnvironment& backupEnvironment,
-                           BackupService& backups, Console& console)
+                           BackupService& backups, Console& console, LAContextFactory makeContext)
     : environment_(environment),
       backupEnvironment_(backupEnvironment),
       backups_(backups),
       console_(console),
+      makeContext_(std::move(makeContext)),
       settings_(environment.context),
       alive_(std::make_shared<int>()) {}
 
-void SettingsView::appeared() { static_cast<void>(settingsInUse(environment_.context)); }
+void SettingsView::appeared() {
+  static_cast<void>(settingsInUse(environment_.context));
+  if (!makeContext_) return;
+  // Services of the system may take their time to answer.
+  const auto ask = [context = std::shared_ptr<LAContext>(makeContext_())] {
+    return static_cast<bool>(context->canEvaluatePolicy(LAPolicy::deviceOwnerAuthentication));
+  };
+  runInBackground(backupEnvironment_.background, backupEnvironment_.executor, ask,
+                  [this, alive = std::weak_ptr(alive_)](bool can) {
+                    if (alive.expired() || std::exchange(canAskForOwner_, can) == can) return;
+                    observers_.notify();
+                  });
+}
 
 SettingsContent SettingsView::content() const {
   SettingsContent content;
@@ -134,7 +147,7 @@ std::vector<FormSection> SettingsView::sections() const {
                   {toggle("showMedicineIcons", ownText("Show Medicine Icons")),
                    toggle("enableHaptics", ownText("Haptic Feedback"))}),
           backupSection(settings),
-          section("privacy", ownText("Privacy"), {toggle("requireAuthentication", ownText("Require Authentication"))}),
+          privacySection(settings),
           aboutSection()};
 }
 
@@ -162,6 +175,17 @@ FormSection SettingsView::backupSection(const AppSettings& settings) const {
   }
   section.rows.push_back(ButtonRow{.id = "createBackup", .title = texts.text("Create Backup")});
   section.rows.push_back(ButtonRow{.id = "restoreFromBackup", .title = texts.text("Restore from Backup")});
+  return section;
+}
+
+FormSection SettingsView::privacySection(const AppSettings& settings) const {
+  const Texts& texts = environment_.texts;
+  FormSection section{.id = "privacy", .title = texts.text("Privacy")};
+  section.rows = {toggleRow("requireAuthentication", texts.text("Require Authentication"), settings)};
+  if (!canAskForOwner_) {
+    section.footer = texts.text(
+        "This device cannot ask for a fingerprint or a password. With this switched on, Pillora stays locked.");
+  }
   return section;
 }
 

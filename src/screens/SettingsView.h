@@ -13,6 +13,7 @@
 #include "backup/BackupData.h"
 #include "backup/BackupService.h"
 #include "platform/Console.h"
+#include "platform/LAContext.h"
 #include "screens/Screen.h"
 #include "screens/SettingsContent.h"
 #include "support/Observers.h"
@@ -50,13 +51,15 @@ class SettingsView {
   template <typename T>
   using Done = std::function<void(const Result<T>&)>;
 
-  /// What is referred to outlives the screen.
+  /// What is referred to outlives the screen. `makeContext` is for a screen that says when the device cannot ask for
+  /// its owner; its contexts are used on the background queue.
   SettingsView(ScreenEnvironment environment, const BackupEnvironment& backupEnvironment, BackupService& backups,
-               Console& console);
+               Console& console, LAContextFactory makeContext = {});
 
   ReminderService reminderService = ReminderService::fromEveryLogin;  ///< for the notes; set by whoever knows
 
-  /// The screen is shown: a settings record with the defaults is made when the store holds none.
+  /// The screen is shown: a settings record with the defaults is made when the store holds none, and it is found out
+  /// whether the device can ask for its owner.
   void appeared();
   SettingsContent content() const;
   /// Calls `observer` after each change of what is shown that is no change of the store or of the permission to notify.
@@ -101,6 +104,7 @@ class SettingsView {
   // What is shown (SettingsView.cpp, SettingsNotes.cpp, SettingsSheets.cpp).
   std::vector<FormSection> sections() const;
   FormSection backupSection(const AppSettings& settings) const;
+  FormSection privacySection(const AppSettings& settings) const;
   FormSection aboutSection() const;
   ValueRow statusRow() const;
   int64_t medicineCount() const;
@@ -125,9 +129,11 @@ class SettingsView {
   BackupEnvironment backupEnvironment_;
   BackupService& backups_;
   Console& console_;
+  LAContextFactory makeContext_;
   LiveQuery<AppSettings> settings_;
   mutable int64_t medicineCount_ = 0;  ///< as of the last count that succeeded
 
+  bool canAskForOwner_ = true;
   bool showingBackupSheet_ = false;
   bool showingRestoreSheet_ = false;
   bool showingBackupSuccess_ = false;

@@ -27,7 +27,8 @@ AppModel::AppModel(const WindowEnvironment& environment)
       upcoming_(environment.screens, environment.desktop),
       medicines_(environment.screens),
       history_(environment.screens, environment.desktop),
-      settings_(environment.screens, environment.backups, backups_, environment.console, environment.desktop),
+      settings_(environment.screens, environment.backups, backups_, environment.console, environment.desktop,
+                environment.makeLAContext),
       detail_(environment.screens),
       addMedicine_(environment.screens) {
   soon_.setSingleShot(true);
@@ -56,6 +57,8 @@ void AppModel::setScenePhase(ScenePhase phase) {
   if (phase == ScenePhase::background) detail_.flush();
   phase_ = phase;
   environment_.app.scenePhaseChanged(phase);
+  // Who comes back may have been to the desktop's settings, or have installed a notification server.
+  if (phase == ScenePhase::active) environment_.screens.notifications.checkAuthorizationStatus();
   redraw();
 }
 

@@ -24,6 +24,7 @@ struct WindowEnvironment {
   BackupEnvironment backups;
   Desktop& desktop;
   Console& console;
+  LAContextFactory makeLAContext;
 };
 
 /// The tabs, and the lock over them.

@@ -240,8 +240,8 @@ void MedicineListModel::deleteRow(const QString& section, const QString& medicin
 // Settings.
 
 SettingsModel::SettingsModel(const ScreenEnvironment& environment, const BackupEnvironment& backupEnvironment,
-                             BackupService& backups, Console& console, Desktop& desktop)
-    : view_(environment, backupEnvironment, backups, console),
+                             BackupService& backups, Console& console, Desktop& desktop, LAContextFactory makeLAContext)
+    : view_(environment, backupEnvironment, backups, console, std::move(makeLAContext)),
       desktop_(desktop),
       observer_(view_.observe([this] { emit acted(); })) {}
 

@@ -172,7 +172,7 @@ class SettingsModel final : public pillora::FormModel {
 
  public:
   SettingsModel(const ScreenEnvironment& environment, const BackupEnvironment& backupEnvironment,
-                BackupService& backups, Console& console, Desktop& desktop);
+                BackupService& backups, Console& console, Desktop& desktop, LAContextFactory makeLAContext);
 
   /// The tab came to the front.
   void appeared() { view_.appeared(); }

@@ -306,7 +306,8 @@ int main(int argc, char** argv) {
                 {context, clock, calendar, texts, pillora->notificationManager()},
                 {*files, background, executor, clock, texts, Bundle()},
                 desktop,
-                console});
+                console,
+                owner.contextFactory()});
   app.settings()->setReminderService(reminders.service());
 
   qml_register_types_Pillora();

@@ -19,7 +19,9 @@ struct SettingsFixture : ScreenFixture {
       : ScreenFixture(now, place, configuration) {}
 
   BackupEnvironment backupEnvironment() { return {files, background, executor, clock, *texts, bundle}; }
-  SettingsView makeView() { return SettingsView(environment(), backupEnvironment(), backups, console); }
+  SettingsView makeView(LAContextFactory makeContext = {}) {
+    return SettingsView(environment(), backupEnvironment(), backups, console, std::move(makeContext));
+  }
 
   /// Runs what waits in the background and on the main queue, until nothing is left.
   void settle() {

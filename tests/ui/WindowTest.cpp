@@ -49,7 +49,8 @@ void WindowTest::open(QSize size) {
                         {context(), clock, *calendar, *texts, pillora_->notificationManager()},
                         {files_, background_, executor, clock, *texts, Bundle()},
                         desktop_,
-                        console});
+                        console,
+                        device.factory()});
   QQmlComponent component(view_.engine(), QUrl(QStringLiteral("qrc:/qt/qml/Pillora/Main.qml")));
   window_.reset(qobject_cast<QQuickWindow*>(
       component.createWithInitialProperties({{QStringLiteral("app"), QVariant::fromValue(app_.get())}})));
