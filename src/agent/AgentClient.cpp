@@ -77,7 +77,10 @@ Result<bool> AgentClient::activateApp(const Activation& activation) {
 
 Result<void> AgentClient::becomeApp(AppHooks hooks) { return endpoint_.start(std::move(hooks)); }
 
-bool AgentClient::wantsToWrite() const { return (sd_bus_get_events(bus_.get()) & POLLOUT) != 0; }
+bool AgentClient::wantsToWrite() const {
+  const int events = sd_bus_get_events(bus_.get());  // negative once the bus is gone
+  return events > 0 && (events & POLLOUT) != 0;
+}
 
 void AgentClient::process() {
   while (sd_bus_process(bus_.get(), nullptr) > 0) {

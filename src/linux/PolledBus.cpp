@@ -30,7 +30,10 @@ std::unique_ptr<PolledBus> PolledBus::open(int (*openBus)(sd_bus**)) {
   return std::unique_ptr<PolledBus>(new PolledBus(bus));
 }
 
-bool PolledBus::wantsToWrite() const { return (sd_bus_get_events(bus_.get()) & POLLOUT) != 0; }
+bool PolledBus::wantsToWrite() const {
+  const int events = sd_bus_get_events(bus_.get());  // negative once the bus is gone
+  return events > 0 && (events & POLLOUT) != 0;
+}
 
 void PolledBus::process() {
   while (sd_bus_process(bus_.get(), nullptr) > 0) {
