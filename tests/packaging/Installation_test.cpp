@@ -50,18 +50,27 @@ class Installation : public testing::Test {
 std::unique_ptr<TemporaryFolder> Installation::root_;
 
 TEST_F(Installation, everythingIsWhereSystemsLookForIt) {
-  for (const char* path :
-       {"bin/pilloractl", "libexec/pillora-agent", "lib/systemd/user/pillora-agent.service",
-        "share/dbus-1/services/org.pillora.Pillora.Agent.service", "share/polkit-1/actions/org.pillora.Pillora.policy",
-        "share/applications/org.pillora.Pillora.desktop", "share/metainfo/org.pillora.Pillora.metainfo.xml",
-        "share/icons/hicolor/scalable/apps/org.pillora.Pillora.svg",
-        "share/icons/hicolor/symbolic/apps/org.pillora.Pillora-symbolic.svg", "share/man/man1/pilloractl.1.gz",
-        "share/man/man1/pillora-agent.1.gz", "share/bash-completion/completions/pilloractl",
-        "share/zsh/site-functions/_pilloractl", "share/fish/vendor_completions.d/pilloractl.fish",
-        "share/doc/pillora/README.md",
+  for (const char* path : {"bin/pilloractl",
+                           "libexec/pillora-agent",
+                           "lib/systemd/user/pillora-agent.service",
+                           "share/dbus-1/services/org.pillora.Pillora.Agent.service",
+                           "share/polkit-1/actions/org.pillora.Pillora.policy",
+                           "share/applications/org.pillora.Pillora.desktop",
+                           "share/metainfo/org.pillora.Pillora.metainfo.xml",
+                           "share/icons/hicolor/scalable/apps/org.pillora.Pillora.svg",
+                           "share/icons/hicolor/symbolic/apps/org.pillora.Pillora-symbolic.svg",
+                           "share/man/man1/pilloractl.1.gz",
+                           "share/man/man1/pillora-agent.1.gz",
+                           "share/bash-completion/completions/pilloractl",
+                           "share/zsh/site-functions/_pilloractl",
+                           "share/fish/vendor_completions.d/pilloractl.fish",
+                           "share/doc/pillora/README.md",
 #ifdef PILLORA
-        "bin/pillora", "share/man/man1/pillora.1.gz", "share/pillora/pages/privacyPolicy.html",
-        "share/pillora/pages/termsOfService.html"
+                           "bin/pillora",
+                           "share/dbus-1/services/org.pillora.Pillora.service",
+                           "share/man/man1/pillora.1.gz",
+                           "share/pillora/pages/privacyPolicy.html",
+                           "share/pillora/pages/termsOfService.html"
 #endif
        }) {
     EXPECT_TRUE(fs::is_regular_file(inPrefix(path))) << path;
