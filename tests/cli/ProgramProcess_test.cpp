@@ -54,6 +54,16 @@ TEST_F(ProgramProcess, statusesAndStreams) {
   EXPECT_EQ(wrong.err, "pilloractl: --now works only together with --store\n");
 }
 
+TEST_F(ProgramProcess, theLanguageIsThatOfTheEnvironmentButForJson) {
+  const Words german = {"LANGUAGE=de"};
+  EXPECT_EQ(run({"medicines"}, german).out.substr(0, 11), "Medikamente");
+  EXPECT_EQ(run({"--help"}, german).out.substr(0, 19), "Pillora im Terminal");
+  EXPECT_EQ(run({"--language", "fr", "medicines"}, german).out.substr(0, 12), "Médicaments");
+  EXPECT_EQ(run({"--language", "en", "medicines"}, german).out.substr(0, 9), "Medicines");
+  EXPECT_EQ(parseJson(run({"--json", "medicines"}, german).out)->at("title"), "Medicines");
+  EXPECT_EQ(parseJson(run({"--json", "--language", "de", "medicines"}, german).out)->at("title"), "Medikamente");
+}
+
 TEST_F(ProgramProcess, theAppsOwnStoreLiesInAPrivateFolder) {
   ASSERT_EQ(run({"add", "Aspirin"}).status, 0);
   const std::string container = folder.path() + "/data/group.org.pillora.Pillora";
