@@ -16,13 +16,9 @@ TabPage {
         anchors.fill: parent
         focus: true
 
-        Optional {
-            when: screen.settings.unsaved !== null
-
-            NotesSection {
-                form: screen.model
-                section: screen.settings.unsaved
-            }
+        NotesSection {
+            form: screen.model
+            section: screen.settings.unsaved
         }
         FormSections {
             form: screen.model

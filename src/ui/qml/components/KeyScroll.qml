@@ -36,9 +36,9 @@ Connections {
             scroll(place + item.height + space - area.height)
     }
 
-    target: area.Window.window
+    target: area?.Window.window ?? null
     function onActiveFocusItemChanged() {
-        const item = area.Window.window.activeFocusItem
+        const item = area?.Window.window?.activeFocusItem
         if (item?.activeFocusOnTab)
             reveal(item)
     }

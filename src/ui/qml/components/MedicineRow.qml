@@ -28,6 +28,7 @@ SwipeRow {
         voice: Accessible.Link
         longest: control.patience
         onClicked: control.opened()
+        onHeld: control.openMenu()
 
         Rectangle {
             visible: control.separated

@@ -19,22 +19,25 @@ T.Popup {
 
     readonly property real roomWide: parent ? parent.width : 360
     readonly property real roomHigh: parent ? parent.height : 720
+    // What lies in another of these has none until that one is open.
+    readonly property Item place: T.Overlay.overlay
     property Item before: null
     property bool beforeShown: false
 
     // Later in the turn, when everything else that the content decides has its value as well. The qmllint of Qt 6.4 takes
     // callLater for no function.
     function follow() {
-        shown ? open() : close()
+        shown && place ? open() : close()
     }
 
-    parent: T.Overlay.overlay
+    parent: place
     modal: true
     focus: true
     padding: 0
-    closePolicy: T.Popup.NoAutoClose
+    closePolicy: asksOutside ? T.Popup.CloseOnReleaseOutside : T.Popup.NoAutoClose
 
     onShownChanged: Qt.callLater(follow)  // qmllint disable type
+    onPlaceChanged: Qt.callLater(follow)  // qmllint disable type
     Component.onCompleted: Qt.callLater(follow)  // qmllint disable type
     onAboutToShow: {
         before = parent?.Window.window?.activeFocusItem ?? null
@@ -51,15 +54,18 @@ T.Popup {
         else
             item.forceActiveFocus(Qt.TabFocusReason)
     }
-    onClosed: before?.forceActiveFocus(beforeShown ? Qt.TabFocusReason : Qt.PopupFocusReason)
+    onClosed: {
+        before?.forceActiveFocus(beforeShown ? Qt.TabFocusReason : Qt.PopupFocusReason)
+        if (!shown)
+            return
+        // By a press outside, which the content is asked to follow; else it is open again.
+        dismissed()
+        Qt.callLater(follow)  // qmllint disable type
+    }
 
     T.Overlay.modal: Rectangle {
         color: Theme.backdrop
 
-        TapHandler {
-            enabled: modal.asksOutside
-            onTapped: modal.dismissed()
-        }
         Behavior on opacity {
             NumberAnimation { duration: Theme.calm }
         }

@@ -10,13 +10,14 @@ FocusItem {
     property int voice: Accessible.Button
     property bool pressable: true
     property bool takesFocus: true
-    property real longest: 3600  // the seconds after which a press no longer counts
+    property real longest: 3600  // the seconds after which a press no longer counts but is held()
     property real cornerRadius: Theme.radius
     property real focusGap: 2
     property Item focusTarget: control
     readonly property bool down: tap.pressed && enabled
     readonly property bool hovered: hover.hovered && enabled
     signal clicked
+    signal held
 
     // As if it had been pressed.
     function activate() {
@@ -58,6 +59,7 @@ FocusItem {
         onPressedChanged: if (pressed && control.takesFocus)
             control.forceActiveFocus(Qt.MouseFocusReason)
         onTapped: control.clicked()
+        onLongPressed: control.held()
     }
     FocusRing {
         parent: control.focusTarget

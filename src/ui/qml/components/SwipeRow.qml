@@ -19,8 +19,12 @@ FocusScope {
     implicitHeight: cover.childrenRect.height
     clip: true
 
+    function openMenu() {
+        menu.open()
+    }
+
     Keys.onDeletePressed: removed()
-    Keys.onMenuPressed: menu.open()
+    Keys.onMenuPressed: openMenu()
     Keys.onEscapePressed: event => {
         event.accepted = open
         open = false
@@ -116,12 +120,12 @@ FocusScope {
     }
     TapHandler {
         acceptedButtons: Qt.RightButton
-        onTapped: menu.open()
+        onTapped: swipe.openMenu()
     }
     TapHandler {
         acceptedDevices: PointerDevice.TouchScreen
         longPressThreshold: swipe.patience
-        onLongPressed: menu.open()
+        onLongPressed: swipe.openMenu()
     }
 
     MenuPopup {
