@@ -3,8 +3,6 @@
 
 #include <QQmlComponent>
 
-#include "doubles/Intervals.h"
-
 namespace pillora {
 namespace {
 
@@ -25,22 +23,41 @@ void seekAllIn(QQuickItem* item, const std::function<bool(QQuickItem*)>& wanted,
 
 }  // namespace
 
-WindowTest::WindowTest() {
-  ModelConfiguration configuration;
-  configuration.isStoredInMemoryOnly = true;
+WindowTest::WindowTest(const ModelConfiguration& configuration) {
   pillora_ = valueOrAbort(PilloraApp::start(platform(), configuration));
   pillora_->setupInitialSettings();
+}
+
+std::shared_ptr<Medicine> WindowTest::add(NewMedicine values) {
+  values.startDate = at("2025-01-10T00:00:00-05:00");
+  const auto medicine = Medicine::make(std::move(values), clock.now());
+  context().insert(medicine);
+  executor.drain();
+  return medicine;
 }
 
 std::shared_ptr<Medicine> WindowTest::add(const std::string& name, std::vector<TimeOfDay> times) {
   NewMedicine values;
   values.name = name;
   values.interval = daily(std::move(times));
-  values.startDate = at("2025-01-10T00:00:00-05:00");
-  const auto medicine = Medicine::make(std::move(values), clock.now());
-  context().insert(medicine);
+  return add(std::move(values));
+}
+
+std::shared_ptr<DoseLog> WindowTest::addLog(const std::shared_ptr<Medicine>& medicine, Instant time,
+                                            DoseStatus status) {
+  const auto log = DoseLog::make(time, time, status, 0, "", medicine);
+  context().insert(log);
   executor.drain();
-  return medicine;
+  return log;
+}
+
+std::vector<std::string> WindowTest::plannedFor(const Medicine& medicine) {
+  std::vector<std::string> planned;
+  for (const std::string& each : center.pendingIdentifiers()) {
+    const bool isOurs = each.rfind(medicine.id().text(), 0) == 0;
+    if (isOurs && each.find("-followup-") == std::string::npos) planned.push_back(each);
+  }
+  return planned;
 }
 
 void WindowTest::open(QSize size) {
@@ -55,23 +72,45 @@ void WindowTest::open(QSize size) {
   window_.reset(qobject_cast<QQuickWindow*>(
       component.createWithInitialProperties({{QStringLiteral("app"), QVariant::fromValue(app_.get())}})));
   ASSERT_NE(window_, nullptr) << component.errorString().toStdString();
+  scene_ = std::make_unique<SceneWatch>(*app_, *window_);
   window_->resize(size);
-  window_->show();
-  window_->requestActivate();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+  comeBack(clock.now());
   app_->appeared();
-  app_->setScenePhase(ScenePhase::active);
   settleAll();
 }
 
+void WindowTest::leave() {
+  window_->hide();
+  settleAll();
+}
+
+void WindowTest::comeBack(Instant now) {
+  clock.set(now);
+  window_->show();
+  window_->requestActivate();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+  settleAll();
+}
+
+void WindowTest::finishBackground() {
+  do {
+    background_.runAll();
+    settleAll();
+  } while (background_.waiting() > 0);
+}
+
 void WindowTest::settleAll() {
-  for (int turn = 0; turn < 4; ++turn) {
-    executor.drain();
-    QCoreApplication::processEvents();
-  }
+  const auto turns = [&] {
+    for (int turn = 0; turn < 4; ++turn) {
+      executor.drain();
+      QCoreApplication::processEvents();
+      deleteWhatIsGone();
+    }
+  };
+  turns();
+  if (!window_->isVisible()) return;
   window_->grabWindow();
-  for (int turn = 0; turn < 4; ++turn) QCoreApplication::processEvents();
-  deleteWhatIsGone();
+  turns();
 }
 
 QQuickItem* WindowTest::seek(const Wanted& wanted) { return seekIn(window_->contentItem(), wanted); }
@@ -91,11 +130,6 @@ QQuickItem* WindowTest::seek(const char* property, const QString& value, const c
 void WindowTest::clickOn(QQuickItem* item) {
   ASSERT_NE(item, nullptr);
   QTest::mouseClick(window_.get(), Qt::LeftButton, {}, middle(item));
-  settleAll();
-}
-
-void WindowTest::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
-  QTest::keyClick(window_.get(), key, modifiers);
   settleAll();
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QQuickWindow>
 #include <functional>
 #include <memory>
 #include <string>
@@ -10,8 +9,11 @@
 #include "app/AppFixture.h"
 #include "doubles/FakeBackgroundExecutor.h"
 #include "doubles/InMemoryFileManager.h"
+#include "doubles/Intervals.h"
 #include "ui/AppModel.h"
 #include "ui/QmlTest.h"
+#include "ui/SceneWatch.h"
+#include "ui/WindowUser.h"
 
 namespace pillora {
 
@@ -24,20 +26,34 @@ class RecordingDesktop final : public Desktop {
   void openPage(std::string_view page) override { calls.emplace_back(page); }
 };
 
-/// The whole window over a store in memory, in New York on Friday 10 January 2025 at 09:00, used by keys and clicks.
-class WindowTest : public QmlTest, protected AppFixture {
+/// The whole window over a store, in memory unless another is given, in New York on Friday 10 January 2025 at 09:00,
+/// used as a person uses it.
+class WindowTest : public QmlTest, protected AppFixture, protected WindowUser {
  protected:
-  WindowTest();
+  explicit WindowTest(const ModelConfiguration& configuration = {.isStoredInMemoryOnly = true});
 
   ModelContext& context() { return pillora_->container().mainContext(); }
+  /// A medicine that began on 10 January, inserted and saved; its name, interval and what else differs are given.
+  std::shared_ptr<Medicine> add(NewMedicine values);
   std::shared_ptr<Medicine> add(const std::string& name, std::vector<TimeOfDay> times);
-  std::vector<std::shared_ptr<DoseLog>> logs() { return *context().fetch<DoseLog>(); }
+  std::shared_ptr<DoseLog> addLog(const std::shared_ptr<Medicine>& medicine, Instant time, DoseStatus status);
+  std::vector<std::shared_ptr<Medicine>> medicines() { return *context().fetch<Medicine>(); }
+  /// In the order of their due times.
+  std::vector<std::shared_ptr<DoseLog>> logs() {
+    return *context().fetch(FetchDescriptor<DoseLog>().sortedBy(&DoseLog::scheduledTime));
+  }
   std::shared_ptr<AppSettings> settings() { return context().fetch<AppSettings>()->front(); }
+  /// The identifiers of the pending reminders of the medicine, follow-ups left out, in the order of their planning.
+  std::vector<std::string> plannedFor(const Medicine& medicine);
 
   /// Loads and shows the window, as large as this, with the person in front of it.
   void open(QSize size = {360, 720});
-  /// Everything that is waiting has happened and is drawn.
-  void settleAll();
+  /// The window goes out of sight, and comes back at this time.
+  void leave();
+  void comeBack(Instant now);
+  /// What waits in the background comes to its end.
+  void finishBackground();
+  void settleAll() override;
 
   using Wanted = std::function<bool(QQuickItem*)>;
   /// The first item in sight of which this holds; null when there is none.
@@ -47,7 +63,6 @@ class WindowTest : public QmlTest, protected AppFixture {
   /// One whose property has this value: a text, a name.
   QQuickItem* seek(const char* property, const QString& value, const char* type = "");
   void clickOn(QQuickItem* item);
-  void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
 
   InMemoryFileManager files_{clock};
   FakeBackgroundExecutor background_;
@@ -55,6 +70,10 @@ class WindowTest : public QmlTest, protected AppFixture {
   std::unique_ptr<PilloraApp> pillora_;
   std::unique_ptr<AppModel> app_;
   std::unique_ptr<QQuickWindow> window_;
+  std::unique_ptr<SceneWatch> scene_;
+
+ private:
+  QQuickWindow& window() override { return *window_; }
 };
 
 }  // namespace pillora

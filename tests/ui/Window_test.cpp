@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The window as a person uses it: by keys, clicks and typing, and what comes of it in the store.
-#include <array>
-
+// The window as a whole: every screen in every look, the ways from tab to tab, and its keys.
 #include "ui/Demo.h"
 #include "ui/ScreenPictures.h"
 #include "ui/WindowTest.h"
@@ -11,12 +9,18 @@ namespace {
 
 class Window : public WindowTest {
  protected:
-  QQuickItem* card(const QString& name) { return seek("name", name, "DoseCard"); }
-  QQuickItem* button(const QString& text) { return seek("text", text, "PButton"); }
-  bool isExpanded(const QString& name) { return card(name) && card(name)->property("expanded").toBool(); }
+  /// The tab that is on show, by its title.
+  std::string tabShown() {
+    std::string shown;
+    for (const char* title : {"Today", "Upcoming", "Medicines", "History", "Settings"}) {
+      if (isOn(title)) shown += title;
+    }
+    return shown;
+  }
 };
 
 struct Look {
+  const char* name;
   QSize size;
   bool isDark, isOdd;  ///< odd: from right to left, and large letters
 };
@@ -40,10 +44,15 @@ TEST_P(EveryScreen, isDrawnWithoutAWarning) {
   }
 }
 
+constexpr QSize kPhone(360, 720), kDesktop(1000, 700);
+
 INSTANTIATE_TEST_SUITE_P(Looks, EveryScreen,
-                         testing::Values(Look{{360, 720}, false, false}, Look{{360, 720}, true, false},
-                                         Look{{1000, 700}, false, false}, Look{{1000, 700}, true, false},
-                                         Look{{360, 720}, false, true}, Look{{1000, 700}, true, true}));
+                         testing::Values(Look{"phone", kPhone, false, false}, Look{"darkPhone", kPhone, true, false},
+                                         Look{"desktop", kDesktop, false, false},
+                                         Look{"darkDesktop", kDesktop, true, false},
+                                         Look{"oddPhone", kPhone, false, true},
+                                         Look{"oddDarkDesktop", kDesktop, true, true}),
+                         [](const auto& look) { return std::string(look.param.name); });
 
 TEST_F(Window, anEmptyAppIsDrawnWithoutAWarning) {
   open();
@@ -57,63 +66,69 @@ TEST_F(Window, anEmptyAppIsDrawnWithoutAWarning) {
 TEST_F(Window, aLongListBeginsAtItsTop) {
   fillWithDemo(context(), *calendar, clock.now());
   open();
-  app_->root()->select(3);
-  settleAll();
-  const QQuickItem* const ranges = seek("name", "Time Range", "SegmentedPicker");
-  ASSERT_NE(ranges, nullptr);
-  EXPECT_GE(ranges->mapToScene({}).y(), 64);
+  key(Qt::Key_4, Qt::ControlModifier);
+  const QQuickItem* const range = control("Week");
+  ASSERT_NE(range, nullptr);
+  EXPECT_GE(range->mapToScene({}).y(), 64);
 }
 
 TEST_F(Window, controlAndANumberShowATab) {
   open();
-  const std::array keys = {Qt::Key_2, Qt::Key_3, Qt::Key_4, Qt::Key_5, Qt::Key_1};
-  const std::array titles = {"Upcoming", "Medicines", "History", "Settings", "Today"};
-  for (size_t i = 0; i < keys.size(); ++i) {
-    key(keys.at(i), Qt::ControlModifier);
-    EXPECT_NE(seek("title", QString::fromLatin1(titles.at(i)), "NavigationBar"), nullptr) << titles.at(i);
+  EXPECT_EQ(tabShown(), "Today");
+  for (const auto& [number, title] :
+       {std::pair(Qt::Key_2, "Upcoming"), std::pair(Qt::Key_3, "Medicines"), std::pair(Qt::Key_4, "History"),
+        std::pair(Qt::Key_5, "Settings"), std::pair(Qt::Key_1, "Today")}) {
+    key(number, Qt::ControlModifier);
+    EXPECT_EQ(app_->root()->selectedTab(), number - Qt::Key_1);
+    EXPECT_TRUE(isOn(title)) << title;
   }
 }
 
-TEST_F(Window, aDoseIsTakenFromItsCard) {
-  add("Aspirin", {{8, 0}});
-  open();
-  ASSERT_NE(card("Aspirin"), nullptr);
-  EXPECT_EQ(button("Take"), nullptr);
-  clickOn(seek("text", "Aspirin"));
-  EXPECT_TRUE(isExpanded("Aspirin"));
-  clickOn(button("Take"));
-  ASSERT_EQ(logs().size(), 1U);
-  EXPECT_EQ(logs().front()->status(), DoseStatus::taken);
-  EXPECT_EQ(logs().front()->scheduledTime(), at("2025-01-10T08:00:00-05:00"));
-  EXPECT_EQ(card("Aspirin"), nullptr);
-  EXPECT_EQ(desktop_.calls, std::vector<std::string>{"vibrate"});
+class Layout : public Window, public testing::WithParamInterface<bool> {};
+
+TEST_P(Layout, aTabIsShownByAPress) {
+  open(GetParam() ? kDesktop : kPhone);
+  for (const char* title : {"Medicines", "Upcoming", "Settings", "Today"}) {
+    tap(title);
+    EXPECT_EQ(tabShown(), title);
+  }
+  touch("Upcoming");
+  EXPECT_EQ(tabShown(), "Upcoming");
 }
 
-TEST_F(Window, anExpandedCardStaysSoWhenAnotherDoseIsTaken) {
+TEST_P(Layout, theArrowsWalkOverTheTabsAndSpaceShowsOne) {
+  const bool isWide = GetParam();
+  open(isWide ? kDesktop : kPhone);
+  ASSERT_TRUE(tabTo("Today"));
+  const Qt::Key forth = isWide ? Qt::Key_Down : Qt::Key_Right, back = isWide ? Qt::Key_Up : Qt::Key_Left;
+  for (const Qt::Key each : {forth, forth, back, Qt::Key_Space}) key(each);
+  EXPECT_EQ(tabShown(), "Upcoming");
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, Layout, testing::Bool(),
+                         [](const auto& size) { return std::string(size.param ? "wide" : "narrow"); });
+
+TEST_F(Window, aWindowThatIsMadeWiderKeepsItsTabAndWhatIsOpen) {
   const auto aspirin = add("Aspirin", {{8, 0}});
-  add("Biotin", {{8, 30}});
   open();
-  clickOn(seek("text", "Biotin"));
-  EXPECT_TRUE(isExpanded("Biotin"));
-  app_->today()->take(QString::fromStdString(aspirin->id().text()), at("2025-01-10T08:00:00-05:00"));
+  tap("Aspirin");
+  ASSERT_TRUE(has("Take"));
+  window_->resize(kDesktop);
   settleAll();
-  EXPECT_EQ(card("Aspirin"), nullptr);
-  EXPECT_TRUE(isExpanded("Biotin"));
+  EXPECT_EQ(tabShown(), "Today");
+  tap("Take");
+  EXPECT_EQ(logs().size(), 1U);
 }
 
-TEST_F(Window, aMedicineIsAddedByTypingItsName) {
+TEST_F(Window, keysOpenTheFormOfANewMedicineAndEscapeClosesIt) {
   open();
+  key(Qt::Key_4, Qt::ControlModifier);
   key(Qt::Key_N, Qt::ControlModifier);
-  QQuickItem* const name = seek("name", "Medicine Name", "TextField");
-  ASSERT_NE(name, nullptr);
-  clickOn(name);
-  for (const Qt::Key letter : {Qt::Key_Z, Qt::Key_I, Qt::Key_N, Qt::Key_C}) key(letter);
-  clickOn(seek("text", "Save"));
-  const auto medicines = *context().fetch<Medicine>();
-  ASSERT_EQ(medicines.size(), 1U);
-  EXPECT_EQ(medicines.front()->name(), "zinc");
-  EXPECT_FALSE(center.pending.empty());
+  EXPECT_TRUE(app_->addMedicine()->isOpen());
+  EXPECT_TRUE(has("Medicine Name"));
+  key(Qt::Key_Escape);
   EXPECT_FALSE(app_->addMedicine()->isOpen());
+  EXPECT_TRUE(medicines().empty());
 }
 
 TEST_F(Window, whatIsDoneInAFormIsDrawnOnceWhenItsTurnEnds) {
@@ -128,28 +143,22 @@ TEST_F(Window, whatIsDoneInAFormIsDrawnOnceWhenItsTurnEnds) {
   EXPECT_NE(sheet(), nullptr);
 }
 
-TEST_F(Window, whileItIsLockedOnlyTheLockIsLoaded) {
-  add("Aspirin", {{8, 0}});
-  settings()->requireAuthentication = true;
-  executor.drain();
-  open();
-  EXPECT_NE(seek("text", "Pillora is Locked"), nullptr);
-  EXPECT_EQ(seek("text", "Aspirin"), nullptr);
-  EXPECT_EQ(seek([](QQuickItem* item) { return QByteArray(item->metaObject()->className()).startsWith("TabsView"); }),
-            nullptr);
-  device.last().answer(true);
-  settleAll();
-  EXPECT_EQ(seek("text", "Pillora is Locked"), nullptr);
-  EXPECT_NE(card("Aspirin"), nullptr);
+TEST_F(Window, aPressBesideASheetOfAWideWindowLeavesIt) {
+  open(kDesktop);
+  for (int time = 0; time < 2; ++time) {
+    key(Qt::Key_N, Qt::ControlModifier);
+    ASSERT_TRUE(has("Medicine Name"));
+    tapBeside();
+    EXPECT_FALSE(app_->addMedicine()->isOpen());
+    EXPECT_FALSE(has("Medicine Name"));
+  }
 }
 
-TEST_F(Window, aSnoozeOutOfRangeIsShownAndNotRewritten) {
-  settings()->defaultSnoozeDurationMinutes = 1000;
-  executor.drain();
+TEST_F(Window, keysDoNotReachWhatLiesBehindASheet) {
   open();
-  key(Qt::Key_5, Qt::ControlModifier);
-  EXPECT_NE(seek("text", "Duration: 1000 min"), nullptr);
-  EXPECT_EQ(settings()->defaultSnoozeDurationMinutes(), 1000);
+  key(Qt::Key_N, Qt::ControlModifier);
+  key(Qt::Key_4, Qt::ControlModifier);
+  EXPECT_EQ(app_->root()->selectedTab(), 0);
 }
 
 }  // namespace
