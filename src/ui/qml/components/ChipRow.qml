@@ -45,13 +45,17 @@ Flickable {
                 isSelected: row.isSelected
                 onClicked: flick.picked(row.id)
                 onActiveFocusChanged: if (activeFocus)
-                    flick.contentX = Math.max(0, Math.min(x + width + 2 * flick.bleed - flick.width, flick.contentWidth - flick.width), Math.min(flick.contentX, x))
+                    flick.reveal(x, x + width)
                 Keys.onLeftPressed: flick.move(index, Theme.mirrored ? 1 : -1)
                 Keys.onRightPressed: flick.move(index, Theme.mirrored ? -1 : 1)
             }
         }
     }
 
+    function reveal(from: real, to: real) {
+        const last = Math.min(to + 2 * bleed - width, contentWidth - width)
+        contentX = Math.max(0, last, Math.min(contentX, from))
+    }
     // The first chip is in sight, also where it stands on the right.
     function rewind() {
         contentX = Theme.mirrored ? Math.max(0, contentWidth - width) : 0

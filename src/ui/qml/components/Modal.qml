@@ -24,8 +24,8 @@ T.Popup {
     property Item before: null
     property bool beforeShown: false
 
-    // Later in the turn, when everything else that the content decides has its value as well. The qmllint of Qt 6.4 takes
-    // callLater for no function.
+    // Later in the turn, when everything else that the content decides has its value as well. The qmllint of Qt 6.4
+    // takes callLater for no function.
     function follow() {
         shown && place ? open() : close()
     }
