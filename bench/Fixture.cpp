@@ -52,9 +52,9 @@ ReminderInterval intervalOf(int index) {
   return interval;
 }
 
-void fill(ModelContext& context, const Calendar& calendar, QueuedMainExecutor& executor) {
+void fill(ModelContext& context, const Calendar& calendar, QueuedMainExecutor& executor, Instant now) {
   std::mt19937 random(kSeed);
-  const Instant start = *calendar.adding(CalendarUnit::day, -kDays, kNow);
+  const Instant start = *calendar.adding(CalendarUnit::day, -kDays, now);
   for (int index = 0; index < 20; ++index) {
     NewMedicine values;
     values.name = "Medicine " + std::to_string(index + 1);
@@ -63,7 +63,7 @@ void fill(ModelContext& context, const Calendar& calendar, QueuedMainExecutor& e
     const auto medicine = Medicine::make(values, start);
     context.insert(medicine);
     auto due = values.interval.nextOccurrence(start, calendar);
-    for (int doses = 0; due && *due < kNow; ++doses) {
+    for (int doses = 0; due && *due < now; ++doses) {
       const unsigned outcome = static_cast<unsigned>(random() % 10);
       const auto status = outcome < 7 ? DoseStatus::taken : outcome < 9 ? DoseStatus::missed : DoseStatus::skipped;
       const auto late = std::chrono::seconds(random() % 3600);
@@ -84,19 +84,21 @@ OpenStore::OpenStore(const std::string& path)
   container_ = require(ModelContainer::open(configuration, executor_));
 }
 
+void writeTenYears(const std::string& path, Instant now) {
+  const auto calendar = require(makeCalendar(kLocale, kZone));
+  QueuedMainExecutor executor;
+  ModelConfiguration configuration;
+  configuration.path = path;
+  const auto container = require(ModelContainer::open(configuration, executor));
+  container->mainContext().insert(AppSettings::make());
+  fill(container->mainContext(), *calendar, executor, now);
+  const auto logs = require(container->mainContext().fetchCount(FetchDescriptor<DoseLog>()));
+  std::printf("Fixture: 20 medicines, %lld dose logs over ten years\n", static_cast<long long>(logs));
+}
+
 std::string tenYearStore() {
   const auto path = folder() / "ten-years.store";
-  if (!std::filesystem::exists(path)) {
-    const auto calendar = require(makeCalendar(kLocale, kZone));
-    QueuedMainExecutor executor;
-    ModelConfiguration configuration;
-    configuration.path = path;
-    const auto container = require(ModelContainer::open(configuration, executor));
-    container->mainContext().insert(AppSettings::make());
-    fill(container->mainContext(), *calendar, executor);
-    const auto logs = require(container->mainContext().fetchCount(FetchDescriptor<DoseLog>()));
-    std::printf("Fixture: 20 medicines, %lld dose logs over ten years\n", static_cast<long long>(logs));
-  }
+  if (!std::filesystem::exists(path)) writeTenYears(path, kNow);
   return path;
 }
 

@@ -24,9 +24,12 @@ struct FixedClock final : Clock {
   Instant now() const override { return kNow; }
 };
 
-/// Path of a store with ten years of history: 20 medicines, four of each kind of schedule, and about 220,000 dose
-/// logs up to kNow, generated with a fixed seed. Made once per folder; kept in memory-backed /dev/shm when there is
-/// one, so that what is measured is Pillora and not the disk's sync.
+/// Writes a store with ten years of history up to `now`: 20 medicines, four of each kind of schedule, and about 220,000
+/// dose logs, generated with a fixed seed.
+void writeTenYears(const std::string& path, Instant now);
+
+/// Path of a store with ten years of history up to kNow. Made once per folder; kept in memory-backed /dev/shm when
+/// there is one, so that what is measured is Pillora and not the disk's sync.
 std::string tenYearStore();
 /// Path of a store with the settings record and nothing else.
 std::string emptyStore();

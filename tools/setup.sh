@@ -17,7 +17,7 @@ desktop-file-utils appstream zsh fish"
   [package]="dpkg-dev file lintian"
   [try]="debootstrap"
   [lint]="clang-format clang-tidy"
-  [bench]="libbenchmark-dev libical-dev"
+  [bench]="libbenchmark-dev libical-dev kalarm xvfb dbus-daemon libxcb1-dev libxcb-damage0-dev"
   [fuzz]="clang libclang-rt-dev"
   [pictures]="fonts-noto-core fonts-noto-cjk"
 )
