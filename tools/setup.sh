@@ -19,7 +19,7 @@ desktop-file-utils appstream zsh fish"
   [lint]="clang-format clang-tidy"
   [bench]="libbenchmark-dev libical-dev kalarm xvfb dbus-daemon libxcb1-dev libxcb-damage0-dev"
   [fuzz]="clang libclang-rt-dev"
-  [pictures]="fonts-noto-core fonts-noto-cjk"
+  [pictures]="pngquant fonts-noto-core fonts-noto-cjk"
 )
 
 # Compiled objects are kept in the person's ccache, or beside the build where there is no home folder.

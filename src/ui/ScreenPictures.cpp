@@ -126,13 +126,16 @@ std::vector<Scene> allScenes() {
 
 bool drawScreens(AppModel& app, QQuickWindow& window, Appearance& appearance, const QString& folder) {
   constexpr QSize kPhone(360, 720), kDesktop(1000, 700), kLong(360, 2000);
-  const Look looks[] = {{"light", kPhone},
-                        {.name = "dark", .size = kPhone, .isDark = true},
-                        {"light", kDesktop},
-                        {.name = "dark", .size = kDesktop, .isDark = true},
-                        {"long", kLong},
-                        {.name = "mirrored", .size = kPhone, .isMirrored = true},
-                        {.name = "large", .size = kPhone, .fontScale = 1.5}};
+  Look looks[] = {{"light", kPhone},
+                  {.name = "dark", .size = kPhone, .isDark = true},
+                  {"light", kDesktop},
+                  {.name = "dark", .size = kDesktop, .isDark = true},
+                  {"long", kLong},
+                  {.name = "mirrored", .size = kPhone, .isMirrored = true},
+                  {.name = "large", .size = kPhone, .fontScale = 1.5}};
+  // A language that reads from right to left does so in every look.
+  const bool isMirrored = appearance.property("mirrored").toBool();
+  for (Look& look : looks) look.isMirrored |= isMirrored;
   QTextStream out(stdout);
   const QDir place(folder);
   bool isFine = place.mkpath(QStringLiteral("."));
