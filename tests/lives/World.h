@@ -82,7 +82,7 @@ class TravellingTexts final : public Texts {
 
  protected:
   std::string number(double value, int) const override { return std::to_string(value); }
-  std::string translated(std::string_view english) const override { return std::string(english); }
+  std::string translated(std::string_view, std::string_view english) const override { return std::string(english); }
   std::string translatedCount(int64_t n, std::string_view one, std::string_view other) const override {
     return std::string(n == 1 ? one : other);
   }
