@@ -52,14 +52,25 @@ FocusItem {
     TapHandler {
         id: tap
 
+        property bool hasRested: false
+
         enabled: control.pressable
         // The button alone has the press, until a list that scrolls or a row that is swiped takes it.
         gesturePolicy: TapHandler.ReleaseWithinBounds
         longPressThreshold: control.longest
-        onPressedChanged: if (pressed && control.takesFocus)
-            control.forceActiveFocus(Qt.MouseFocusReason)
-        onTapped: control.clicked()
-        onLongPressed: control.held()
+        onPressedChanged: {
+            if (!pressed)
+                return
+            hasRested = false
+            if (control.takesFocus)
+                control.forceActiveFocus(Qt.MouseFocusReason)
+        }
+        onTapped: if (!hasRested)
+            control.clicked()
+        onLongPressed: {
+            hasRested = true
+            control.held()
+        }
     }
     FocusRing {
         parent: control.focusTarget

@@ -11,6 +11,8 @@ FocusScope {
     required property string name
     readonly property int value: (list.currentItem as WheelCell)?.row.value ?? 0
     readonly property real pitch: Math.max(40, Theme.title3 * 1.7)
+    // The index that was asked for and is not yet the selected one.
+    property int asked: -1
     signal picked(int value)
 
     implicitWidth: 92
@@ -24,12 +26,16 @@ FocusScope {
     Accessible.onDecreaseAction: step(-1)
 
     function step(by: int) {
-        choose((list.currentIndex + by + list.count) % list.count)
+        const from = asked >= 0 ? asked : list.selectedIndex()
+        choose((from + by + list.count) % list.count)
+    }
+    function rowAt(index: int): var {
+        return cells.data(cells.index(index, 0), Qt.UserRole)
     }
     function choose(index: int) {
-        const choice = list.itemAtIndex(index) as WheelCell
+        asked = index
         list.currentIndex = index
-        picked(choice ? choice.row.value : index)
+        picked(rowAt(index).value)
     }
 
     Keys.onUpPressed: step(-1)
@@ -55,6 +61,23 @@ FocusScope {
             positionViewAtIndex(index, ListView.Center)
         }
 
+        // Of the rows themselves: their delegates may not have been made yet.
+        function selectedIndex(): int {
+            for (let i = 0; i < count; ++i) {
+                if (wheel.rowAt(i).isSelected)
+                    return i
+            }
+            return currentIndex
+        }
+        // A list that is not yet in a window forgets where it was put.
+        function settleOnSelected() {
+            if (!moving && wheel.asked < 0)
+                settle(selectedIndex())
+        }
+
+        onVisibleChanged: Qt.callLater(settleOnSelected)  // qmllint disable type
+        onCurrentIndexChanged: Qt.callLater(settleOnSelected)  // qmllint disable type
+
         anchors.fill: parent
         clip: true
         model: wheel.cells
@@ -62,8 +85,10 @@ FocusScope {
             width: list.width
             height: wheel.pitch
             onPicked: wheel.choose(index)
-            onIsSelectedChanged: if (isSelected)
+            onIsSelectedChanged: if (isSelected) {
+                wheel.asked = -1
                 list.currentIndex = index
+            }
             Component.onCompleted: if (isSelected)
                 Qt.callLater(list.settle, index)  // qmllint disable type
         }
