@@ -10,9 +10,9 @@
 
 namespace pillora {
 
-/// Notices that files in a folder were written, made, replaced or deleted, by whichever process. Nothing runs by itself: an
-/// event loop polls descriptor(), which is readable as soon as anything in the folder changed. Not for files that are
-/// written through a memory mapping, which the kernel does not report.
+/// Notices that files in a folder were written, made, replaced or deleted, by whichever process. Nothing runs by
+/// itself: an event loop polls descriptor(), which is readable as soon as anything in the folder changed. Not for files
+/// that are written through a memory mapping, which the kernel does not report.
 class FolderWatch {
  public:
   /// From now on. An error says that the folder cannot be watched.
