@@ -55,7 +55,7 @@ std::vector<Sample> samples() {
       {"Vitamin D", "5", "drops", "In a spoon of yogurt", "yellow", "sun.max", weekly({2, 4, 6}, {9, 0})},
       {"Eye drops", "2", "drops", "Left eye", "teal", "eye", daily({{10, 0}, {15, 0}, {20, 0}})},
       {"Melatonin", "3", "mg", "Half an hour before bed", "indigo", "moon", daily({{22, 30}})},
-      {"Vitamin B12", "1000", "mcg", "", "pink", "syringe", monthly({1, 15}, {10, 0})},
+      {"Vitamin B12", "1", "mg", "", "pink", "syringe", monthly({1, 15}, {10, 0})},
       {"Amoxicillin", "500", "mg", "Until the pack is empty", "orange", "cross.vial", daily({{9, 0}, {21, 0}}), false}};
 }
 

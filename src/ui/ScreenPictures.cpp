@@ -3,10 +3,15 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QMouseEvent>
 #include <QTextStream>
+#include <filesystem>
 #include <functional>
+#include <iterator>
+#include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "ui/RowsModel.h"
@@ -62,6 +67,19 @@ QString fileName(const Scene& scene, const Look& look) {
       .arg(QLatin1String(look.name));
 }
 
+Result<void> makeFolder(const QString& folder) {
+  std::error_code failure;
+  std::filesystem::create_directories(folder.toStdString(), failure);
+  if (!failure) return {};
+  return Error{"the folder '" + folder.toStdString() + "' cannot be made: " + failure.message()};
+}
+
+Result<void> write(const QImage& picture, const QString& path) {
+  QFile file(path);
+  if (file.open(QIODevice::WriteOnly) && picture.save(&file, "PNG") && file.flush()) return {};
+  return Error{path.toStdString() + " cannot be written: " + file.errorString().toStdString()};
+}
+
 }  // namespace
 
 std::vector<Scene> allScenes() {
@@ -72,10 +90,11 @@ std::vector<Scene> allScenes() {
     app.detail()->open(firstMedicine(app));
   };
   const auto closeForm = [](AppModel& app) { app.addMedicine()->press(QStringLiteral("cancel")); };
-  const auto openForm = [](const char* kind) {
+  const auto openForm = [](ReminderIntervalType kind) {
     return [kind](AppModel& app) {
       app.addMedicine()->open();
-      app.addMedicine()->choose(QStringLiteral("intervalType"), QLatin1String(kind));
+      const std::string_view option = rawValue(kind);
+      app.addMedicine()->choose(QStringLiteral("intervalType"), QString::fromUtf8(option.data(), std::ssize(option)));
     };
   };
   const auto openFormSheet = [](const char* row) {
@@ -104,11 +123,11 @@ std::vector<Scene> allScenes() {
              app.detail()->dismissDeleteAlert();
              goBack(app);
            }},
-          {"add-medicine", openForm("daily"), closeForm, true},
-          {"add-hourly", openForm("hourly"), closeForm, true},
-          {"add-weekly", openForm("weekly"), closeForm, true},
-          {"add-monthly", openForm("monthly"), closeForm, true},
-          {"add-custom", openForm("custom"), closeForm, true},
+          {"add-medicine", openForm(ReminderIntervalType::daily), closeForm, true},
+          {"add-hourly", openForm(ReminderIntervalType::hourly), closeForm, true},
+          {"add-weekly", openForm(ReminderIntervalType::weekly), closeForm, true},
+          {"add-monthly", openForm(ReminderIntervalType::monthly), closeForm, true},
+          {"add-custom", openForm(ReminderIntervalType::custom), closeForm, true},
           {"month-sheet", openFormSheet("startDate"), closeForm},
           {"time-sheet", openFormSheet("dailyTimes-0"), closeForm},
           {"history", tab(3)},
@@ -124,7 +143,8 @@ std::vector<Scene> allScenes() {
            [](AppModel& app) { app.settings()->setOn(QStringLiteral("requireAuthentication"), false); }}};
 }
 
-bool drawScreens(AppModel& app, QQuickWindow& window, Appearance& appearance, const QString& folder) {
+Result<void> drawScreens(AppModel& app, QQuickWindow& window, Appearance& appearance, const QString& folder) {
+  if (const auto made = makeFolder(folder); !made) return made;
   constexpr QSize kPhone(360, 720), kDesktop(1000, 700), kLong(360, 2000);
   Look looks[] = {{"light", kPhone},
                   {.name = "dark", .size = kPhone, .isDark = true},
@@ -138,7 +158,6 @@ bool drawScreens(AppModel& app, QQuickWindow& window, Appearance& appearance, co
   for (Look& look : looks) look.isMirrored |= isMirrored;
   QTextStream out(stdout);
   const QDir place(folder);
-  bool isFine = place.mkpath(QStringLiteral("."));
   appearance.setProperty("reducedMotion", true);
   app.appeared();
   window.show();
@@ -152,13 +171,13 @@ bool drawScreens(AppModel& app, QQuickWindow& window, Appearance& appearance, co
       movePointerAway(window);
       settle();
       const QString path = place.filePath(fileName(scene, look));
-      isFine = window.grabWindow().save(path) && isFine;
+      if (const auto written = write(window.grabWindow(), path); !written) return written;
       out << path << '\n';
       scene.leave(app);
       settle();
     }
   }
-  return isFine;
+  return {};
 }
 
 }  // namespace pillora

@@ -6,6 +6,7 @@
 #include <functional>
 #include <vector>
 
+#include "support/Result.h"
 #include "ui/AppModel.h"
 #include "ui/Appearance.h"
 
@@ -24,8 +25,8 @@ std::vector<Scene> allScenes();
 
 /// Draws every screen as the window shows it into PNG files in the folder, and prints their names: light and dark, on a
 /// phone and on a desktop; on a phone also from right to left and with letters half as large again; and what goes on
-/// below a phone's foot in one long picture. Answers false when one could not be written. The app is left in some
-/// state.
-bool drawScreens(AppModel& app, QQuickWindow& window, Appearance& appearance, const QString& folder);
+/// below a phone's foot in one long picture. Ends at the first that cannot be written; the error names it, or the
+/// folder that cannot be made. The app is left in some state.
+Result<void> drawScreens(AppModel& app, QQuickWindow& window, Appearance& appearance, const QString& folder);
 
 }  // namespace pillora

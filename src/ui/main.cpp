@@ -52,10 +52,12 @@ using namespace pillora;
 /// How long the window may wait for the desktop to say how it should look. It has been asked long before.
 constexpr std::chrono::milliseconds kLookPatience(5);
 
+void complain(const Error& failure) { std::cerr << "pillora: " << failure.description << '\n'; }
+
 /// Ends the program with the reason, which is printed, and shown in the words of `texts` where they are given: who
 /// clicked an icon sees nothing that is printed.
 [[noreturn]] void endWith(const Error& failure, const Texts* texts) {
-  std::cerr << "pillora: " << failure.description << '\n';
+  complain(failure);
   if (texts != nullptr) {
     qml_register_types_Pillora();
     QQmlApplicationEngine engine;
@@ -84,7 +86,7 @@ bool needsNoDisplay(int argc, char** argv) {
 
 struct Options {
   bool isDemo = false;
-  QString pictures;  ///< the folder to draw every screen into; empty otherwise
+  std::optional<QString> pictures;  ///< the folder to draw every screen into
   std::string language;
   Activation activation;  ///< what to begin with, here or in the window that is open already
 };
@@ -119,7 +121,8 @@ Options readOptions(const QGuiApplication& application, std::string token) {
   for (const QCommandLineOption& action : {today, addMedicine}) {
     if (parser.isSet(action)) activation.action = action.names().first().toStdString();
   }
-  return {parser.isSet(demo) || parser.isSet(pictures), parser.value(pictures),
+  return {parser.isSet(demo) || parser.isSet(pictures),
+          parser.isSet(pictures) ? std::optional(parser.value(pictures)) : std::nullopt,
           parser.isSet(language) ? parser.value(language).toStdString() : systemLanguage(), std::move(activation)};
 }
 
@@ -267,7 +270,7 @@ int main(int argc, char** argv) {
   QGuiApplication::setApplicationVersion(QString::fromStdString(Bundle().shortVersion));
   QGuiApplication::setDesktopFileName(QString::fromStdString(Bundle().identifier));
   const Options options = readOptions(application, std::move(token));
-  const bool isDrawing = !options.pictures.isEmpty();
+  const bool isDrawing = options.pictures.has_value();
 
   // Asked before the rest is made, so that the answer is there when the window is.
   const auto desktopSettings = isDrawing ? nullptr : DesktopSettings::open();
@@ -324,7 +327,11 @@ int main(int argc, char** argv) {
   engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Pillora/Main.qml")));
   if (engine.rootObjects().isEmpty()) return 1;
   auto& window = *qobject_cast<QQuickWindow*>(engine.rootObjects().first());
-  if (isDrawing) return drawScreens(app, window, appearance, options.pictures) ? 0 : 1;
+  if (isDrawing) {
+    const auto drawn = drawScreens(app, window, appearance, *options.pictures);
+    if (!drawn) complain(drawn.error());
+    return drawn ? 0 : 1;
+  }
 
   SceneWatch scene(app, window);
   if (agent != nullptr && !becomeApp(*agent, hooksOf(app, window, scene), options.activation)) return 0;

@@ -2,10 +2,13 @@
 // The program itself, as it is built: it shows every screen and ends, and QML has nothing to complain of.
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <filesystem>
+#include <fstream>
+#include <set>
 #include <sstream>
-#include <sys/stat.h>
 
 #include "doubles/ChildProcess.h"
 #include "ui/ScreenPictures.h"
@@ -13,13 +16,29 @@
 namespace pillora {
 namespace {
 
-TEST(Program, showsEveryScreenOfTheDemoWithoutAWarning) {
-  const QTemporaryDir home;
-  const std::string folder = home.path().toStdString();
-  ChildProcess pillora(
-      {"/usr/bin/dbus-run-session", "--", PILLORA_PROGRAM, "--demo", "--pictures=" + folder + "/screens"},
-      {"HOME=" + folder, "XDG_RUNTIME_DIR=" + folder, "PATH=/usr/bin:/bin", "LANG=en_US.UTF-8", "TZ=America/New_York"});
-  const auto result = pillora.finish();
+/// A program that draws, and the home folder that it finds.
+class Program : public testing::Test {
+ protected:
+  /// What became of drawing into this folder of the home.
+  ChildProcess::Result draw(const std::string& folder, const std::vector<std::string>& options = {},
+                            const std::string& program = PILLORA_PROGRAM) {
+    std::vector<std::string> words = {"/usr/bin/dbus-run-session", "--", program, "--pictures=" + path(folder)};
+    words.insert(words.end(), options.begin(), options.end());
+    ChildProcess pillora(words, {"HOME=" + path(""), "XDG_RUNTIME_DIR=" + path(""), "PATH=/usr/bin:/bin",
+                                 "LANG=en_US.UTF-8", "TZ=America/New_York"});
+    return pillora.finish();
+  }
+  std::string path(const std::string& name) const { return home_.filePath(QString::fromStdString(name)).toStdString(); }
+  QByteArray bytes(const std::string& file) const {
+    QFile read(QString::fromStdString(path(file)));
+    return read.open(QIODevice::ReadOnly) ? read.readAll() : QByteArray();
+  }
+
+  const QTemporaryDir home_;
+};
+
+TEST_F(Program, showsEveryScreenOfTheDemoWithoutAWarning) {
+  const auto result = draw("screens", {"--demo"});
   EXPECT_EQ(result.status, 0);
   std::istringstream lines(result.err);
   for (std::string line; std::getline(lines, line);) {
@@ -29,11 +48,31 @@ TEST(Program, showsEveryScreenOfTheDemoWithoutAWarning) {
   }
   for (const Scene& scene : allScenes()) {
     for (const char* look : {"-360x720-light", "-1000x700-dark"}) {
-      const QFileInfo picture(home.path() + "/screens/" + scene.name + look + ".png");
+      const QFileInfo picture(home_.filePath(QStringLiteral("screens/")) + scene.name + look + ".png");
       EXPECT_GT(picture.size(), 1000) << picture.fileName().toStdString();
     }
   }
-  EXPECT_FALSE(QFileInfo::exists(home.path() + "/.local")) << "nothing is kept of a demo";
+  std::set<QByteArray> schedules;
+  for (const char* kind : {"medicine", "hourly", "weekly", "monthly", "custom"}) {
+    schedules.insert(bytes(std::string("screens/add-") + kind + "-360x2000-long.png"));
+  }
+  EXPECT_EQ(schedules.size(), 5u) << "each kind of schedule has its own form";
+  EXPECT_FALSE(QFileInfo::exists(home_.filePath(QStringLiteral(".local")))) << "nothing is kept of a demo";
+}
+
+TEST_F(Program, saysWhyItCannotDraw) {
+  std::ofstream(path("file")) << "not a folder";
+  const auto result = draw("file/screens");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_NE(result.err.find("pillora: the folder '" + path("file/screens") + "' cannot be made: Not a directory\n"),
+            std::string::npos)
+      << result.err;
+  std::filesystem::create_directories(path("screens/today-360x720-light.png"));
+  const auto taken = draw("screens");
+  EXPECT_EQ(taken.status, 1);
+  EXPECT_NE(taken.err.find("pillora: " + path("screens/today-360x720-light.png") + " cannot be written: "),
+            std::string::npos)
+      << taken.err;
 }
 
 }  // namespace
