@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Every control does what it is asked by touch and by key, and writes nothing when it is merely shown.
+#include <QJSValue>
 #include <QQmlContext>
 
 #include "ui/QmlTest.h"
@@ -163,6 +164,40 @@ const char* const kPicker =
     "PickerRow { objectName: 'p'; onEdited: option => log.add(option)\n"
     " row: Sample.object({ label: 'Sound', selected: 'bell', valueText: 'Bell', options: ["
     "{ id: 'chime', title: 'Chime' }, { id: 'bell', title: 'Bell' }, { id: 'gentle', title: 'Gentle' }] }) }";
+
+TEST_F(Controls, aTitleIsNeverMuchSmallerThanItShouldBeAndOnNoButton) {
+  const auto itemSaying = [](const auto& self, QQuickItem* within, const QString& text) -> QQuickItem* {
+    if (within->property("text").toString() == text) return within;
+    for (QQuickItem* child : within->childItems()) {
+      if (QQuickItem* const found = self(self, child, text)) return found;
+    }
+    return nullptr;
+  };
+  showControls(
+      "NavigationBar { objectName: 'bar'; width: 328; toolbar: Sample.rows([\n"
+      "  { id: 'cancel', slot: 'cancellation', title: 'Abbrechen', isEnabled: true },\n"
+      "  { id: 'save', slot: 'confirmation', title: 'Speichern', isEnabled: true }]) }");
+  QQuickItem* const bar = find("bar");
+  const auto place = [](QQuickItem* item) { return item->mapRectToScene({0, 0, item->width(), item->height()}); };
+  for (const double scale : {1.0, 1.5, 2.0}) {
+    appearance_.setFontScale(scale);
+    for (const char* title : {"Neu", "Backup", "Wiederherstellen", "Neues Medikament bearbeiten und sichern"}) {
+      bar->setProperty("title", QString::fromUtf8(title));
+      settle();
+      QQuickItem* const heading = itemSaying(itemSaying, bar, QString::fromUtf8(title));
+      ASSERT_TRUE(heading);
+      EXPECT_GE(heading->property("fontInfo").value<QJSValue>().property(QStringLiteral("pixelSize")).toNumber(),
+                14 * scale)
+          << title;
+      EXPECT_TRUE(place(bar).contains(place(heading))) << title;
+      for (const char* button : {"Abbrechen", "Speichern"}) {
+        QQuickItem* const item = itemSaying(itemSaying, bar, QString::fromUtf8(button));
+        ASSERT_TRUE(item);
+        EXPECT_FALSE(place(item).intersects(place(heading))) << title << " on " << button << " at " << scale;
+      }
+    }
+  }
+}
 
 TEST_F(Controls, aMenuOpensAtItsSelectionAndPicksByKey) {
   showControls(kPicker);

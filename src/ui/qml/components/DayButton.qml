@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-// A round day: a weekday, a day of the month, a day of a month's sheet.
+// A round day: a weekday, a day of the month, a day of a month's sheet. A long word has a wider ground.
 Checkable {
     id: control
 
@@ -9,11 +9,12 @@ Checkable {
     property bool isFaint: false
     property bool filled: true
     property real diameter: 36
+    readonly property bool wide: text.length > 4
 
     isSelected: false
     implicitWidth: diameter
     implicitHeight: diameter
-    cornerRadius: diameter / 2
+    cornerRadius: wide ? diameter / 3 : diameter / 2
     focusTarget: disc
 
     voice: Accessible.CheckBox
@@ -22,9 +23,9 @@ Checkable {
         id: disc
 
         anchors.centerIn: parent
-        width: control.diameter
-        height: width
-        radius: width / 2
+        width: control.wide ? Math.max(control.diameter, control.width - 2) : control.diameter
+        height: control.diameter
+        radius: control.cornerRadius
         color: control.isSelected ? Theme.solid("blue") : control.filled ? Theme.field : "transparent"
         border.width: control.isToday && !control.isSelected ? 1.5 : 0
         border.color: Theme.accent

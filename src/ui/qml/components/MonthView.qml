@@ -93,6 +93,8 @@ FocusScope {
                     text: modelData
                     horizontalAlignment: Text.AlignHCenter
                     wrapMode: Text.NoWrap
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: 8
                     elide: Text.ElideRight
                     color: Theme.secondary
                     size: Math.min(Theme.caption, 15)

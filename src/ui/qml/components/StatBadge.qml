@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
+import QtQuick.Layouts
 
 // A figure with its symbol and word on a pale card of its colour. Several share a row evenly.
 Rectangle {
@@ -13,6 +14,7 @@ Rectangle {
     // Deliberate: from the words and not from the column, which is as wide as the badge and would widen it for ever.
     implicitWidth: Math.max(96, number.implicitWidth + 28, caption.implicitWidth + 28)
     implicitHeight: column.implicitHeight + 20
+    Layout.fillHeight: true
     radius: Theme.radius
     color: Qt.tint(Theme.surface, Theme.tint(tone))
 
@@ -47,6 +49,9 @@ Rectangle {
 
             width: parent.width
             text: badge.label
+            wrapMode: Text.WordWrap
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: 11
             horizontalAlignment: Text.AlignHCenter
             color: Theme.secondary
             size: Theme.caption2

@@ -16,8 +16,7 @@ ListRow {
 
     Item {
         width: parent.width
-        implicitWidth: Math.max(value.implicitWidth + (mark.visible ? mark.width + 6 : 0), below.implicitWidth,
-            button.visible ? button.implicitWidth : 0)
+        implicitWidth: Math.max(value.implicitWidth, below.implicitWidth, button.visible ? button.implicitWidth : 0)
         implicitHeight: Math.max(value.height + (below.visible ? below.height + 1 : 0), button.visible ? button.height : 0)
 
         readonly property bool atEnd: !control.plain && !control.stacked
@@ -29,15 +28,18 @@ ListRow {
             name: control.row.symbol ?? ""
             size: Theme.body * 1.1
             color: Theme.symbol(control.row.color ?? "grey")
-            anchors.right: value.left
-            anchors.rightMargin: 6
+            x: Theme.mirrored ? value.width - value.start - width : value.start
             anchors.verticalCenter: value.verticalCenter
         }
         Label {
             id: value
 
-            anchors.right: parent.right
-            width: parent.atEnd ? Math.min(implicitWidth, parent.width) : parent.width
+            readonly property real room: mark.visible ? mark.width + 6 : 0
+            readonly property real start: parent.atEnd ? width - contentWidth - room : 0
+
+            width: parent.width
+            leftPadding: Theme.mirrored ? 0 : room
+            rightPadding: Theme.mirrored ? room : 0
             text: control.row.text
             horizontalAlignment: parent.atEnd ? Text.AlignRight : Text.AlignLeft
             color: control.plain ? Theme.text
