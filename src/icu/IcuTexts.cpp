@@ -52,6 +52,7 @@ class IcuTexts final : public Texts {
   IcuTexts(icu::Locale locale, std::unique_ptr<icu::Calendar> calendar, std::unique_ptr<const Language> language)
       : locale_(std::move(locale)), calendar_(std::move(calendar)), language_(std::move(language)) {}
 
+  bool readsRightToLeft() const override { return language_->readsRightToLeft(); }
   std::string shortTime(Instant instant, bool use24HourTime) const override {
     const std::lock_guard lock(mutex_);
     return format(use24HourTime ? time24() : shortTime(), instant);

@@ -91,7 +91,10 @@ class Translated final : public Language {
   using Messages = boost::locale::message_format<char>;
 
   /// Takes the messages over; only a std::locale can own them.
-  explicit Translated(Messages* messages) : owner_(std::locale::classic(), messages), messages_(*messages) {}
+  Translated(const std::string& language, Messages* messages)
+      : owner_(std::locale::classic(), messages),
+        messages_(*messages),
+        readsRightToLeft_(icu::Locale(language.c_str()).isRightToLeft()) {}
 
   std::string translated(std::string_view context, std::string_view english) const override {
     if (english.empty()) return {};  // the key of the catalogue's own header
@@ -104,6 +107,7 @@ class Translated final : public Language {
     const char* found = messages_.get(kDomain, nullptr, std::string(one).c_str(), sameForm(size));
     return found == nullptr ? English().translatedCount(n, one, other) : found;
   }
+  bool readsRightToLeft() const override { return readsRightToLeft_; }
 
  private:
   static constexpr int kDomain = 0;
@@ -116,6 +120,7 @@ class Translated final : public Language {
 
   const std::locale owner_;
   const Messages& messages_;
+  const bool readsRightToLeft_;
 };
 
 /// Whether these bytes are a catalogue as msgfmt writes one: Boost believes what it reads. The format is in gettext's
@@ -160,7 +165,7 @@ Result<std::unique_ptr<const Language>> readCatalogue(const std::string& languag
   info.callback = [&](const std::string&, const std::string&) { return bytes; };
   try {
     return std::unique_ptr<const Language>(
-        std::make_unique<Translated>(boost::locale::gnu_gettext::create_messages_facet<char>(info)));
+        std::make_unique<Translated>(language, boost::locale::gnu_gettext::create_messages_facet<char>(info)));
   } catch (const std::exception& error) {
     return Error{path + ": " + error.what()};
   }
@@ -214,11 +219,6 @@ std::string systemLanguage() {
     if (std::string name = catalogueNamed(id); !name.empty()) return name;
   }
   return "en";
-}
-
-bool readsRightToLeft(const std::string& id) {
-  const auto locale = localeNamed(id);
-  return locale && locale->isRightToLeft();
 }
 
 }  // namespace pillora

@@ -22,6 +22,8 @@ class Language {
   /// The form that this language uses for the count `n`; for a count below zero, that of the count without its sign.
   /// English knows two, `one` for 1 alone and `other`.
   virtual std::string translatedCount(int64_t n, std::string_view one, std::string_view other) const = 0;
+  /// Of what it answers: a language whose catalogue is missing is read as English is.
+  virtual bool readsRightToLeft() const { return false; }
 };
 
 /// Where the catalogues lie, as "de/LC_MESSAGES/pillora.mo" in `folder`, and who is told of one that cannot be read.
@@ -40,8 +42,5 @@ Result<std::unique_ptr<const Language>> makeLanguage(const std::string& id, cons
 /// LANG that is set, unless LANGUAGE lists others that come first. "en" where none of them is known, and for "C", which
 /// no list overrules.
 std::string systemLanguage();
-
-/// Whether a language, written as above, is read from right to left.
-bool readsRightToLeft(const std::string& id);
 
 }  // namespace pillora

@@ -48,6 +48,7 @@ class SystemRegion::FollowingTexts final : public Texts {
  public:
   Latest<Texts> latest;
 
+  bool readsRightToLeft() const override { return latest->readsRightToLeft(); }
   std::string shortTime(Instant instant, bool in24) const override { return latest->shortTime(instant, in24); }
   std::string fullDate(Instant instant) const override { return latest->fullDate(instant); }
   std::string mediumDate(Instant instant) const override { return latest->mediumDate(instant); }

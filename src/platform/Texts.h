@@ -46,6 +46,9 @@ class Texts {
   /// count "{n}", which is filled in as a plain decimal number.
   std::string counted(int64_t n, std::string_view one, std::string_view other, Arguments arguments = {}) const;
 
+  /// Whether the own texts are read from right to left.
+  virtual bool readsRightToLeft() const = 0;
+
   /// The size of a file in decimal units and the locale's digits: "512 bytes", "4 KB", "1.2 MB", "1.25 GB". Kilobytes
   /// are whole, megabytes have one digit after the point, larger units two. A negative size reads as 0.
   std::string fileSize(int64_t bytes) const;

@@ -318,7 +318,7 @@ int main(int argc, char** argv) {
   engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
   engine.setInitialProperties({{QStringLiteral("app"), QVariant::fromValue(&app)}});
   Appearance& appearance = Appearance::of(engine);
-  const bool isMirrored = readsRightToLeft(options.language);
+  const bool isMirrored = texts.readsRightToLeft();
   QGuiApplication::setLayoutDirection(isMirrored ? Qt::RightToLeft : Qt::LeftToRight);
   appearance.setProperty("mirrored", isMirrored);
   if (desktopSettings) {

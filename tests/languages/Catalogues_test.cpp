@@ -130,6 +130,13 @@ TEST(Catalogues, areReadAsTheyAreWritten) {
   }
 }
 
+TEST(Catalogues, areReadInTheDirectionOfTheirScript) {
+  for (const auto& [id, forms] : kCatalogueLanguages) {
+    const auto language = *makeLanguage(std::string(id), {PILLORA_CATALOGUES});
+    EXPECT_EQ(language->readsRightToLeft(), id == "ar") << id;
+  }
+}
+
 TEST(Catalogues, answerWhatTheyDoNotKnowInEnglish) {
   for (const auto& [id, forms] : kCatalogueLanguages) {
     const auto language = *makeLanguage(std::string(id), {PILLORA_CATALOGUES});

@@ -59,6 +59,7 @@ class TravellingTexts final : public Texts {
  public:
   void be(const Texts& here) { here_ = &here; }
 
+  bool readsRightToLeft() const override { return false; }
   std::string shortTime(Instant instant, bool use24HourTime) const override {
     return here_->shortTime(instant, use24HourTime);
   }

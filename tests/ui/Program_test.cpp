@@ -28,6 +28,13 @@ class Program : public testing::Test {
                                  "LANG=en_US.UTF-8", "TZ=America/New_York"});
     return pillora.finish();
   }
+  /// The picture of Today, the first that is drawn. The second cannot be written, which saves the time for all others.
+  QByteArray today(const std::string& language, const std::string& program = PILLORA_PROGRAM) {
+    std::filesystem::remove_all(path("first"));
+    std::filesystem::create_directories(path("first/upcoming-360x720-light.png"));
+    draw("first", {"--language", language}, program);
+    return bytes("first/today-360x720-light.png");
+  }
   std::string path(const std::string& name) const { return home_.filePath(QString::fromStdString(name)).toStdString(); }
   QByteArray bytes(const std::string& file) const {
     QFile read(QString::fromStdString(path(file)));
@@ -73,6 +80,15 @@ TEST_F(Program, saysWhyItCannotDraw) {
   EXPECT_NE(taken.err.find("pillora: " + path("screens/today-360x720-light.png") + " cannot be written: "),
             std::string::npos)
       << taken.err;
+}
+
+TEST_F(Program, mirrorsNoEnglishThatStandsForALanguageReadFromTheRight) {
+  std::filesystem::create_directory(path("alone"));
+  std::filesystem::copy_file(PILLORA_PROGRAM, path("alone/pillora"));
+  const QByteArray english = today("en");
+  ASSERT_FALSE(english.isEmpty());
+  EXPECT_EQ(today("ar", path("alone/pillora")), english) << "there is no catalogue near this one";
+  EXPECT_NE(today("ar"), english);
 }
 
 }  // namespace
