@@ -7,7 +7,7 @@ install(FILES ${generated}/changelog.gz debian/copyright DESTINATION ${CMAKE_INS
   COMPONENT debian EXCLUDE_FROM_ALL)
 install(FILES ${generated}/pilloractl.zsh DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions
   RENAME _pilloractl COMPONENT debian EXCLUDE_FROM_ALL)
-# postinst links it into /etc/xdg/autostart: as a file of the package there it would outlive the package.
+# preinst links it into /etc/xdg/autostart: as a file of the package there it would outlive the package.
 install(FILES ${generated}/org.pillora.Pillora.Agent.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/pillora/autostart
   COMPONENT debian EXCLUDE_FROM_ALL)
 
@@ -32,7 +32,7 @@ background. Everything stays on the device.")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA
-  "${CMAKE_CURRENT_SOURCE_DIR}/debian/postinst;${CMAKE_CURRENT_SOURCE_DIR}/debian/postrm")
+  "${CMAKE_CURRENT_SOURCE_DIR}/debian/preinst;${CMAKE_CURRENT_SOURCE_DIR}/debian/postrm")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 # Libraries are found by dpkg-shlibdeps; QML modules are loaded by name.
