@@ -255,6 +255,24 @@ bool becomeApp(AgentClient& agent, AppHooks hooks, const Activation& activation)
   return !require(agent.activateApp(activation)) && require(Result<bool>(named.error()));
 }
 
+/// The first frame of what is in the window comes first: what the start has to do may take longer than a person likes
+/// to wait for it.
+void startWhenDrawn(AppModel& app, QQuickWindow& window) {
+  auto* const watch = new QObject(&window);
+  const auto look = [&app, &window, watch] {
+    if (!window.property("isUp").toBool()) return;
+    watch->deleteLater();
+    QMetaObject::invokeMethod(&app, &AppModel::appeared, Qt::QueuedConnection);
+  };
+  QObject::connect(&window, &QQuickWindow::frameSwapped, watch, look);
+}
+
+/// When it goes, so does what the window left to be deleted later. Without it that is deleted with the application,
+/// when fields of text can no longer go.
+struct LastDeletions {
+  ~LastDeletions() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -314,6 +332,7 @@ int main(int argc, char** argv) {
   app.settings()->setReminderService(reminders.service());
 
   qml_register_types_Pillora();
+  const LastDeletions lastDeletions;
   QQmlApplicationEngine engine;
   engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
   engine.setInitialProperties({{QStringLiteral("app"), QVariant::fromValue(&app)}});
@@ -337,9 +356,7 @@ int main(int argc, char** argv) {
   if (agent != nullptr && !becomeApp(*agent, hooksOf(app, window, scene), options.activation)) return 0;
   const Surroundings surroundings(app, scene, *region, reminders, options.isDemo);
   const auto settingsConnection = desktopSettings ? drive(desktopSettings->connection()) : nullptr;
-  // The first frame comes first: what the start has to do may take longer than a person likes to wait for it.
-  QObject::connect(&window, &QQuickWindow::frameSwapped, &app, &AppModel::appeared,
-                   static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+  startWhenDrawn(app, window);
   app.perform(options.activation.action);
   window.show();
   return QGuiApplication::exec();

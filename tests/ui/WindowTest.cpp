@@ -28,6 +28,11 @@ WindowTest::WindowTest(const ModelConfiguration& configuration) {
   pillora_->setupInitialSettings();
 }
 
+WindowTest::~WindowTest() {
+  window_.reset();
+  deleteWhatIsGone();
+}
+
 std::shared_ptr<Medicine> WindowTest::add(NewMedicine values) {
   values.startDate = at("2025-01-10T00:00:00-05:00");
   const auto medicine = Medicine::make(std::move(values), clock.now());

@@ -31,6 +31,8 @@ class RecordingDesktop final : public Desktop {
 class WindowTest : public QmlTest, protected AppFixture, protected WindowUser {
  protected:
   explicit WindowTest(const ModelConfiguration& configuration = {.isStoredInMemoryOnly = true});
+  /// Deletes what the window left to be deleted later, too.
+  ~WindowTest() override;
 
   ModelContext& context() { return pillora_->container().mainContext(); }
   /// A medicine that began on 10 January, inserted and saved; its name, interval and what else differs are given.

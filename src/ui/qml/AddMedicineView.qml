@@ -3,32 +3,36 @@ import QtQuick
 import Pillora
 
 // The form of a new medicine, as a sheet. See screens/AddMedicineView.h.
-Sheet {
-    id: sheet
+Item {
+    id: screen
 
     required property AddMedicineModel model
     readonly property var form: model.content
 
-    shown: model.isOpen
-    title: form.title
-    toolbar: form.toolbar
-    onTriggered: id => model.press(id)
-    onDismissed: model.press("cancel")
+    Sheet {
+        id: sheet
 
-    ScrollArea {
-        anchors.fill: parent
+        shown: screen.model.isOpen
+        title: screen.form.title
+        toolbar: screen.form.toolbar
+        onTriggered: id => screen.model.press(id)
+        onDismissed: screen.model.press("cancel")
 
-        FormSections {
-            form: sheet.model
-            sections: sheet.form.sections
+        ScrollArea {
+            anchors.fill: parent
+
+            FormSections {
+                form: screen.model
+                sections: screen.form.sections
+            }
         }
-    }
-    MonthDialog {
-        form: sheet.model
-        month: sheet.shown ? sheet.form.monthSheet : null
-    }
-    TimeDialog {
-        form: sheet.model
-        time: sheet.shown ? sheet.form.timeSheet : null
+        MonthDialog {
+            form: screen.model
+            month: sheet.shown ? screen.form.monthSheet : null
+        }
+        TimeDialog {
+            form: screen.model
+            time: sheet.shown ? screen.form.timeSheet : null
+        }
     }
 }

@@ -2,7 +2,7 @@
 import QtQuick
 import Pillora
 
-// The window. The root view is the whole of it.
+// The window. The root view is the whole of it, and is made behind the window's back while that opens.
 Window {
     id: window
 
@@ -15,8 +15,18 @@ Window {
     title: "Pillora"
     color: Theme.background
 
-    ContentView {
+    // In the turn after the one that shows it. The qmllint of Qt 6.4 takes callLater for no function.
+    property bool isUp: false
+    function comeUp() {
+        isUp = true
+    }
+    onVisibleChanged: Qt.callLater(comeUp)  // qmllint disable type
+
+    LateView {
         anchors.fill: parent
-        app: window.app
+        focus: true
+        file: "ContentView.qml"
+        properties: ({ app: window.app })
+        wanted: window.isUp
     }
 }

@@ -12,26 +12,15 @@ FocusScope {
     readonly property var root: app.root.content
     readonly property bool wide: width >= 640
 
-    component Tab: FocusScope {
-        id: tab
-
+    component Tab: LateView {
         required property int tag
         readonly property bool isFront: view.root.selectedTab === tag
-        property bool wasFront: isFront
-        default property alias screen: contents.delegate
 
         anchors.fill: parent
         visible: isFront
         enabled: isFront
         focus: isFront
-        onIsFrontChanged: if (isFront)
-            wasFront = true
-
-        Optional {
-            id: contents
-
-            when: tab.wasFront
-        }
+        wanted: isFront
     }
 
     SideRail {
@@ -55,50 +44,28 @@ FocusScope {
 
         Tab {
             tag: 0
-
-            TodayView {
-                anchors.fill: parent
-                focus: true
-                app: view.app
-                model: view.app.today
-            }
+            file: "TodayView.qml"
+            properties: ({ app: view.app, model: view.app.today })
         }
         Tab {
             tag: 1
-
-            UpcomingView {
-                anchors.fill: parent
-                focus: true
-                model: view.app.upcoming
-            }
+            file: "UpcomingView.qml"
+            properties: ({ model: view.app.upcoming })
         }
         Tab {
             tag: 2
-
-            MedicineListView {
-                anchors.fill: parent
-                focus: true
-                app: view.app
-                model: view.app.medicines
-            }
+            file: "MedicineListView.qml"
+            properties: ({ app: view.app, model: view.app.medicines })
         }
         Tab {
             tag: 3
-
-            ReminderHistoryView {
-                anchors.fill: parent
-                focus: true
-                model: view.app.history
-            }
+            file: "ReminderHistoryView.qml"
+            properties: ({ model: view.app.history })
         }
         Tab {
             tag: 4
-
-            SettingsView {
-                anchors.fill: parent
-                focus: true
-                model: view.app.settings
-            }
+            file: "SettingsView.qml"
+            properties: ({ model: view.app.settings })
         }
     }
     TabBar {
@@ -111,8 +78,10 @@ FocusScope {
         selected: view.root.selectedTab
         onPicked: tag => view.app.root.select(tag)
     }
-    AddMedicineView {
-        model: view.app.addMedicine
+    LateView {
+        file: "AddMedicineView.qml"
+        properties: ({ model: view.app.addMedicine })
+        wanted: view.app.addMedicine.isOpen
     }
 
     Repeater {
