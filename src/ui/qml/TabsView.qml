@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 pragma ComponentBehavior: Bound
 import QtQuick
+import QtQuick.Templates
 import Pillora
 
 // The five tabs: at the foot of a narrow window, beside a wide one. A tab's screen is loaded when it is first shown and
-// then stays, with what is open and how far it is scrolled.
+// then stays, with what is open and how far it is scrolled. Deliberate: QtQuick.Templates is imported and not used;
+// shortcuts that are made before it is loaded would be heard behind a sheet, too.
 FocusScope {
     id: view
 

@@ -30,6 +30,14 @@ T.Popup {
         shown && place ? open() : close()
     }
 
+    // What of the overlay this item lies in; null where it lies in the window itself.
+    function layerOf(item) {
+        let up = item
+        while (up && up.parent !== place)
+            up = up.parent
+        return up
+    }
+
     parent: place
     modal: true
     focus: true
@@ -55,7 +63,10 @@ T.Popup {
             item.forceActiveFocus(Qt.TabFocusReason)
     }
     onClosed: {
-        before?.forceActiveFocus(beforeShown ? Qt.TabFocusReason : Qt.PopupFocusReason)
+        // Something else may have opened meanwhile, and has the focus.
+        const layer = layerOf(parent?.Window.window?.activeFocusItem ?? null)
+        if (layer === null || layer === layerOf(before))
+            before?.forceActiveFocus(beforeShown ? Qt.TabFocusReason : Qt.PopupFocusReason)
         if (!shown)
             return
         // By a press outside, which the content is asked to follow; else it is open again.
