@@ -35,10 +35,12 @@ void ContentObject::update(ContentRow row) {
   const bool isFirst = row_.shape == nullptr;
   const ContentRow before = std::exchange(row_, std::move(row));
   children_.resize(row_.cells.size());
+  QVariantHash changed;
   for (size_t i = 0; i < row_.cells.size(); ++i) {
     if (!isFirst && before.cells[i] == row_.cells[i]) continue;
-    insert(nameOf(row_.shape->names[i]), shownValue(row_.cells[i], children_[i], this));
+    changed.insert(nameOf(row_.shape->names[i]), shownValue(row_.cells[i], children_[i], this));
   }
+  insert(changed);
 }
 
 QVariant ContentObject::updateValue(const QString& key, const QVariant&) { return value(key); }
