@@ -116,7 +116,8 @@ struct HistoryContent {
   std::vector<FilterChip> chips;
   std::vector<HistoryDay> days;
   std::optional<Panel> empty;
-  bool hasMore = false;  ///< logs beyond the row limit: showMore() brings them
+  bool hasMore = false;      ///< logs beyond the row limit: showMore() brings them
+  bool hasPrevious = false;  ///< later logs that gave way: showPrevious() brings them back
 
   static constexpr auto fields() {
     using History = HistoryContent;
@@ -124,7 +125,8 @@ struct HistoryContent {
                       field("range", &History::range), field("ranges", &History::ranges),
                       field("adherence", &History::adherence), field("stats", &History::stats),
                       field("filter", &History::filter), field("chips", &History::chips), field("days", &History::days),
-                      field("empty", &History::empty), field("hasMore", &History::hasMore));
+                      field("empty", &History::empty), field("hasMore", &History::hasMore),
+                      field("hasPrevious", &History::hasPrevious));
   }
 };
 

@@ -87,10 +87,11 @@ class DayTitles {
   std::optional<Instant> yesterday_;
 };
 
-/// The logs of one day, and how many there are with those beyond the row limit.
+/// The logs of one day, and how many there are with those that are not shown.
 struct LogsOfDay {
   DoseLogs shown;
   DoseCounts counts;
+  int64_t before = 0;  ///< of those not shown, how many are later
 };
 using LogsByDay = std::map<Instant, LogsOfDay, std::greater<>>;
 
@@ -104,7 +105,9 @@ LogsByDay groupedByDay(const DoseHistory& history, const Calendar& calendar) {
   }
   for (const auto& dose : history.rest) {
     const auto day = days.find(calendar.startOfDay(dose.scheduledTime));
-    if (day != days.end()) day->second.counts.add(dose.status);
+    if (day == days.end()) continue;
+    day->second.counts.add(dose.status);
+    if (dose.scheduledTime > history.latest.front()->scheduledTime()) ++day->second.before;
   }
   return days;
 }
@@ -196,7 +199,8 @@ HistoryContent ReminderHistoryView::content() const {
   content.filter = rawValue(selectedFilter);
   content.chips = chips(selectedFilter, texts);
   content.days = daysOf(found, now);
-  content.hasMore = found.counts.total > static_cast<int64_t>(found.latest.size());
+  content.hasMore = found.hasMore;
+  content.hasPrevious = !begins_.empty();
   if (found.counts.total == 0) {
     content.empty = Panel{"clock.arrow.circlepath", texts.text("No History Yet"),
                           texts.text("Your medication history will appear here once you start tracking doses.")};
@@ -204,11 +208,33 @@ HistoryContent ReminderHistoryView::content() const {
   return content;
 }
 
+void ReminderHistoryView::showMore() {
+  const auto& logs = history_.latest;
+  // More logs than give way may share one time: then all of them stay.
+  const bool givesWay = rowLimit + kRowsAtOnce > kMostRows && logs.size() > kRowsAtOnce &&
+                        logs[kRowsAtOnce]->scheduledTime() < logs.front()->scheduledTime();
+  if (givesWay) {
+    begins_.push_back(logs[kRowsAtOnce]->scheduledTime());
+  } else {
+    rowLimit += kRowsAtOnce;
+  }
+}
+
+void ReminderHistoryView::showPrevious() {
+  if (!begins_.empty()) begins_.pop_back();
+}
+
+void ReminderHistoryView::showLatest() {
+  begins_.clear();
+  rowLimit = kRowsAtOnce;
+}
+
 const DoseHistory& ReminderHistoryView::history(Instant now) const {
   const std::pair selection(selectedTimeRange, selectedFilter);
   const Calendar& calendar = environment_.calendar;
   auto found = environment_.context.doseHistory({rangeStart(selectedTimeRange, now, calendar), statusOf(selectedFilter),
-                                                 rowLimit, [&](Instant time) { return calendar.startOfDay(time); }});
+                                                 rowLimit, [&](Instant time) { return calendar.startOfDay(time); },
+                                                 begins_.empty() ? Instant::distantFuture() : begins_.back()});
   if (found) {
     history_ = *std::move(found);
   } else if (historyOf_ != selection) {
@@ -228,8 +254,8 @@ std::vector<HistoryDay> ReminderHistoryView::daysOf(const DoseHistory& history, 
     HistoryDay day{
         start, titles.title(start), std::to_string(logs.counts.taken) + '/' + std::to_string(logs.counts.total), {}};
     for (const auto& log : logs.shown) day.logs.push_back(historyLogRow(*log, texts, in24Hours));
-    day.logs.front().isFirst = true;
-    day.logs.back().isLast = static_cast<int64_t>(day.logs.size()) == logs.counts.total;
+    day.logs.front().isFirst = logs.before == 0;
+    day.logs.back().isLast = static_cast<int64_t>(day.logs.size()) + logs.before == logs.counts.total;
     days.push_back(std::move(day));
   }
   return days;

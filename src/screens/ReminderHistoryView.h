@@ -54,14 +54,23 @@ class ReminderHistoryView {
   HistoryFilter selectedFilter = HistoryFilter::all;
 
   /// content() holds the latest `rowLimit` logs; figures and counts are of all.
-  size_t rowLimit = 100;
-  void showMore() { rowLimit += 100; }
+  size_t rowLimit = kRowsAtOnce;
+  /// A hundred logs more. From four hundred on the latest ones give way to them, so that content() costs the same
+  /// however far back a person looks.
+  void showMore();
+  /// Brings back what gave way last.
+  void showPrevious();
+  /// Begins with the latest log again.
+  void showLatest();
 
  private:
+  static constexpr size_t kRowsAtOnce = 100, kMostRows = 400;
+
   const DoseHistory& history(Instant now) const;
   std::vector<HistoryDay> daysOf(const DoseHistory& history, Instant now) const;
 
   ScreenEnvironment environment_;
+  std::vector<Instant> begins_;  ///< times of the first log shown, as it moved back; none while that is the latest
   LiveQuery<Medicine> medicines_;
   LiveQuery<AppSettings> settings_;
   mutable DoseHistory history_;  ///< as last read, with the selection that it was read for

@@ -84,10 +84,23 @@ UpcomingContent UpcomingView::content() const {
     content.empty = Panel{"checkmark.circle", texts.text("All Caught Up"), texts.text("No upcoming doses scheduled.")};
     return content;
   }
-  content.hasMore = doses.size() > rowLimit;
-  content.days = daysOf({doses.data(), std::min(rowLimit, doses.size())}, now);
+  const size_t count = std::min(rowLimit, doses.size());
+  const size_t first = std::min(firstRow_, doses.size() - count);
+  content.hasMore = first + count < doses.size();
+  content.hasPrevious = first > 0;
+  content.days = daysOf(std::span(doses).subspan(first, count), now);
   return content;
 }
+
+void UpcomingView::showMore() {
+  if (rowLimit + kRowsAtOnce > kMostRows) {
+    firstRow_ += kRowsAtOnce;
+  } else {
+    rowLimit += kRowsAtOnce;
+  }
+}
+
+void UpcomingView::showPrevious() { firstRow_ -= std::min(firstRow_, kRowsAtOnce); }
 
 std::vector<UpcomingDay> UpcomingView::daysOf(std::span<const UpcomingDose> doses, Instant now) const {
   const auto& [context, clock, calendar, texts, notifications] = environment_;

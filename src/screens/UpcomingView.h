@@ -52,11 +52,13 @@ struct UpcomingContent {
   std::string title;
   std::vector<UpcomingDay> days;
   std::optional<Panel> empty;
-  bool hasMore = false;  ///< doses beyond the row limit: showMore() brings them
+  bool hasMore = false;      ///< doses beyond the row limit: showMore() brings them
+  bool hasPrevious = false;  ///< earlier doses that gave way: showPrevious() brings them back
 
   static constexpr auto fields() {
     return std::tuple(field("title", &UpcomingContent::title), field("days", &UpcomingContent::days),
-                      field("empty", &UpcomingContent::empty), field("hasMore", &UpcomingContent::hasMore));
+                      field("empty", &UpcomingContent::empty), field("hasMore", &UpcomingContent::hasMore),
+                      field("hasPrevious", &UpcomingContent::hasPrevious));
   }
 };
 
@@ -76,14 +78,20 @@ class UpcomingView {
   Result<std::optional<UUID>> skip(const UUID& medicine, Instant time);
 
   /// A one-minute interval has some ten thousand doses a week: content() holds the first `rowLimit` of them.
-  size_t rowLimit = 500;
-  void showMore() { rowLimit += 500; }
+  size_t rowLimit = kRowsAtOnce;
+  /// A hundred doses more. From four hundred on the first ones give way to them.
+  void showMore();
+  /// Brings back what gave way last.
+  void showPrevious();
 
  private:
+  static constexpr size_t kRowsAtOnce = 100, kMostRows = 400;
+
   /// `doses` is ascending by time.
   std::vector<UpcomingDay> daysOf(std::span<const UpcomingDose> doses, Instant now) const;
 
   ScreenEnvironment environment_;
+  size_t firstRow_ = 0;  ///< how many gave way
   LiveQuery<Medicine> medicines_;
   LiveQuery<AppSettings> settings_;
 };

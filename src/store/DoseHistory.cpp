@@ -14,6 +14,9 @@ namespace {
 /// The instants that share a row of DoseCount agree but for these bits.
 constexpr int64_t kWithinSpan = (int64_t{1} << 38) - 1;
 
+/// Two days and the hour that clocks go back: where the date line moved, a day came twice.
+constexpr std::chrono::hours kLongestDay(49);
+
 /// In the order of a history, latest first. The plus keeps SQLite on its index of times, which ends at the limit.
 std::string withinHistory(const std::string& select, const DoseHistoryQuery& query) {
   return select + " WHERE scheduledTime BETWEEN ? AND ? AND +medicine IS NOT NULL" +
@@ -63,37 +66,49 @@ DoseCounts ModelContext::doseCounts(const DoseHistoryQuery& query) {
   return {0, 0, all.skipped, all.skipped};
 }
 
-/// `count` is how many match: with the last of them found, the search for more need not go back to the beginning.
-std::vector<std::shared_ptr<DoseLog>> ModelContext::latestLogs(const DoseHistoryQuery& query, int64_t count) {
+/// The records of `history`, and whether there are more, which the one behind the limit tells. With the last of all
+/// that match found, the search for more need not go back to the beginning.
+void ModelContext::readLatestLogs(DoseHistory& history, const DoseHistoryQuery& query) {
   const Table& table = Table::of<DoseLog>();
-  const auto limit = static_cast<int64_t>(std::min(query.limit, static_cast<size_t>(count)));
+  const auto count = static_cast<size_t>(history.counts.total);
+  const size_t limit = std::min(query.limit, count);
   const Prepared rows = prepared(withinHistory(table.select(), query));
-  bindWindow(*rows, query.from, Instant::distantFuture(), limit, 0);
-  std::vector<std::shared_ptr<DoseLog>> logs;
-  while (rows->executeStep()) logs.push_back(std::static_pointer_cast<DoseLog>(recordOf(table, *rows)));
-  return logs;
+  bindWindow(*rows, query.from, query.until, static_cast<int64_t>(limit < count ? limit + 1 : limit), 0);
+  while (rows->executeStep()) history.latest.push_back(std::static_pointer_cast<DoseLog>(recordOf(table, *rows)));
+  history.hasMore = history.latest.size() > limit;
+  if (history.hasMore) history.latest.pop_back();
+}
+
+/// Adds the doses of a time to the rest of the history.
+void ModelContext::readRest(DoseHistory& history, const DoseHistoryQuery& query, Instant from, Instant to,
+                            int64_t offset) {
+  const Prepared rows = prepared(withinHistory("SELECT scheduledTime, statusRaw FROM DoseLog", query));
+  bindWindow(*rows, from, to, -1, offset);
+  while (rows->executeStep()) {
+    history.rest.push_back(
+        {Instant(Instant::Duration(rows->getColumn(0).getInt64())), doseStatus(rows->getColumn(1).getString())});
+  }
 }
 
 /// Deliberate: looks at the day of each log in `latest`. Where clocks go back across midnight, the last of them need
 /// not lie on the earliest day.
-std::vector<DoseHistory::Dose> ModelContext::dosesBehind(const std::vector<std::shared_ptr<DoseLog>>& latest,
-                                                         const DoseHistoryQuery& query) {
-  std::vector<DoseHistory::Dose> doses;
-  if (latest.empty() || latest.size() < query.limit) return doses;
-  const Instant last = latest.back()->scheduledTime();
+void ModelContext::readDosesBehind(DoseHistory& history, const DoseHistoryQuery& query) {
+  if (history.latest.empty() || !history.hasMore) return;
+  const Instant last = history.latest.back()->scheduledTime();
   Instant earliestDay = last;
   int64_t asLate = 0;
-  for (const auto& log : latest) {
+  for (const auto& log : history.latest) {
     earliestDay = std::min(earliestDay, query.startOfDay(log->scheduledTime()));
     if (log->scheduledTime() == last) ++asLate;
   }
-  const Prepared rows = prepared(withinHistory("SELECT scheduledTime, statusRaw FROM DoseLog", query));
-  bindWindow(*rows, std::max(query.from, earliestDay), last, -1, asLate);
-  while (rows->executeStep()) {
-    doses.push_back(
-        {Instant(Instant::Duration(rows->getColumn(0).getInt64())), doseStatus(rows->getColumn(1).getString())});
-  }
-  return doses;
+  readRest(history, query, std::max(query.from, earliestDay), last, asLate);
+}
+
+void ModelContext::readDosesBefore(DoseHistory& history, const DoseHistoryQuery& query) {
+  if (history.latest.empty() || query.until == Instant::distantFuture()) return;
+  const Instant first = history.latest.front()->scheduledTime();
+  const auto begin = checkedAdd(first, 1, Instant::Duration(1)), end = checkedAdd(first, 1, kLongestDay);
+  if (begin && end) readRest(history, query, *begin, *end, 0);
 }
 
 }  // namespace pillora

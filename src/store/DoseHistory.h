@@ -30,6 +30,8 @@ struct DoseHistoryQuery {
   std::optional<DoseStatus> status;  ///< taken, missed or skipped: those with this status alone. Absent: all
   size_t limit = 0;                  ///< of how many the records are wanted
   std::function<Instant(Instant)> startOfDay;
+  /// Records are wanted of those scheduled then or earlier; the counts are of all.
+  Instant until = Instant::distantFuture();
 };
 
 /// What was found, all of it as of one moment of the file.
@@ -43,8 +45,9 @@ struct DoseHistory {
   /// Records of those scheduled last, the latest first; at one time in the order of their medicines, those of one
   /// medicine in the order of their insertion.
   std::vector<std::shared_ptr<DoseLog>> latest;
-  /// What follows on `latest` in that order and may lie on the same days.
+  /// What lies before and behind `latest` in that order and may be of the same days.
   std::vector<Dose> rest;
+  bool hasMore = false;  ///< more match behind `latest`
 };
 
 }  // namespace pillora

@@ -172,9 +172,10 @@ class ModelContext final : private RecordHost {
   std::shared_ptr<Record> recordOf(const Table& table, SQLite::Statement& row);
   std::vector<Instant> times(const std::string& sql, const UUID& medicine, Instant from, Instant to);
   DoseCounts doseCounts(const DoseHistoryQuery& query);
-  std::vector<std::shared_ptr<DoseLog>> latestLogs(const DoseHistoryQuery& query, int64_t count);
-  std::vector<DoseHistory::Dose> dosesBehind(const std::vector<std::shared_ptr<DoseLog>>& latest,
-                                             const DoseHistoryQuery& query);
+  void readLatestLogs(DoseHistory& history, const DoseHistoryQuery& query);
+  void readRest(DoseHistory& history, const DoseHistoryQuery& query, Instant from, Instant to, int64_t offset);
+  void readDosesBehind(DoseHistory& history, const DoseHistoryQuery& query);
+  void readDosesBefore(DoseHistory& history, const DoseHistoryQuery& query);
 
   std::unique_ptr<SQLite::Database> database_;
   std::unordered_map<std::string, std::unique_ptr<SQLite::Statement>> statements_;

@@ -106,8 +106,9 @@ Result<DoseHistory> ModelContext::doseHistory(const DoseHistoryQuery& query) {
     SQLite::Savepoint moment(*database_, "history");
     DoseHistory history;
     history.counts = doseCounts(query);
-    history.latest = latestLogs(query, history.counts.total);
-    history.rest = dosesBehind(history.latest, query);
+    readLatestLogs(history, query);
+    readDosesBehind(history, query);
+    readDosesBefore(history, query);
     moment.release();
     return history;
   });

@@ -42,10 +42,16 @@ void UpcomingModel::showMore() {
   emit acted();
 }
 
+void UpcomingModel::showPrevious() {
+  view_.showPrevious();
+  emit acted();
+}
+
 void HistoryModel::selectRange(const QString& range) {
   for (const TimeRange each : kAllTimeRanges) {
     if (rawValue(each) == range.toStdString()) view_.selectedTimeRange = each;
   }
+  view_.showLatest();
   emit acted();
 }
 
@@ -53,6 +59,7 @@ void HistoryModel::selectFilter(const QString& filter) {
   for (const HistoryFilter each : kAllHistoryFilters) {
     if (rawValue(each) == filter.toStdString()) view_.selectedFilter = each;
   }
+  view_.showLatest();
   emit acted();
 }
 
@@ -64,6 +71,11 @@ void HistoryModel::act(const QString& log, const QString& action) {
 
 void HistoryModel::showMore() {
   view_.showMore();
+  emit acted();
+}
+
+void HistoryModel::showPrevious() {
+  view_.showPrevious();
   emit acted();
 }
 

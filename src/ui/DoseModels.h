@@ -7,6 +7,7 @@
 #include "screens/ReminderHistoryView.h"
 #include "screens/TodayView.h"
 #include "screens/UpcomingView.h"
+#include "ui/FlatList.h"
 #include "ui/ScreenModel.h"
 
 namespace pillora {
@@ -62,9 +63,12 @@ class UpcomingModel final : public pillora::DoseModel {
   Q_INVOKABLE void take(const QString& medicine, pillora::Instant time);
   Q_INVOKABLE void skip(const QString& medicine, pillora::Instant time);
   Q_INVOKABLE void showMore();
+  Q_INVOKABLE void showPrevious();
 
  protected:
-  ContentRow drawn() const override { return contentRow(view_.content()); }
+  ContentRow drawn() const override {
+    return flattened(contentRow(view_.content()), "days", "doses", shapeOf<UpcomingDoseCard>());
+  }
 
  private:
   UpcomingView view_;
@@ -85,9 +89,12 @@ class HistoryModel final : public pillora::DoseModel {
   /// What the row's action is called: "take" or "skip".
   Q_INVOKABLE void act(const QString& log, const QString& action);
   Q_INVOKABLE void showMore();
+  Q_INVOKABLE void showPrevious();
 
  protected:
-  ContentRow drawn() const override { return contentRow(view_.content()); }
+  ContentRow drawn() const override {
+    return flattened(contentRow(view_.content()), "days", "logs", shapeOf<HistoryLogRow>());
+  }
 
  private:
   ReminderHistoryView view_;

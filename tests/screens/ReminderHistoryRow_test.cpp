@@ -279,7 +279,7 @@ TEST_F(ReminderHistoryRow, membersOfTheContent) {
   add(DoseStatus::taken, kNow);
   const Json json = toJson(view_.content());
   EXPECT_EQ(membersOf(json), (Names{"title", "rangeTitle", "range", "ranges", "adherence", "stats", "filter", "chips",
-                                    "days", "empty", "hasMore"}));
+                                    "days", "empty", "hasMore", "hasPrevious"}));
   EXPECT_EQ(membersOf(json["adherence"]),
             (Names{"rate", "ring", "percent", "percentText", "percentSign", "title", "message", "color"}));
   EXPECT_TRUE(json["adherence"]["rate"].is_number_float());

@@ -80,7 +80,7 @@ TEST_F(ScreenContent, aPanelWithoutTextHasNull) {
 TEST_F(ScreenContent, membersOfUpcoming) {
   addTypicalDay();
   const Json json = upcoming();
-  EXPECT_EQ(membersOf(json), (Names{"title", "days", "empty", "hasMore"}));
+  EXPECT_EQ(membersOf(json), (Names{"title", "days", "empty", "hasMore", "hasPrevious"}));
   EXPECT_TRUE(json["empty"].is_null());
   EXPECT_EQ(membersOf(json["days"][0]), (Names{"title", "doses"}));
   EXPECT_EQ(membersOf(json["days"][0]["doses"][0]),

@@ -207,15 +207,34 @@ TEST_F(UpcomingViewTest, unknownColoursAreBlue) {
 
 TEST_F(UpcomingViewTest, aOneMinuteMedicineIsShownUpToTheRowLimit) {
   fixture_.add(medicineNamed("Drops", custom(1)));
-  EXPECT_EQ(cards(content()).size(), 500U);
+  EXPECT_EQ(cards(content()).size(), 100U);
   EXPECT_TRUE(content().hasMore);
   EXPECT_EQ(titles(content()), (Titles{"Today"}));
   view_.showMore();
-  EXPECT_EQ(cards(content()).size(), 1000U);
-  EXPECT_EQ(titles(content()), (Titles{"Today", "Tomorrow"}));
+  EXPECT_EQ(cards(content()).size(), 200U);
   view_.rowLimit = 10'081;
   EXPECT_EQ(cards(content()).size(), 10'081U);
   EXPECT_FALSE(content().hasMore);
+}
+
+TEST_F(UpcomingViewTest, fromFourHundredRowsOnTheFirstGiveWay) {
+  fixture_.add(medicineNamed("Drops", custom(1)));
+  const std::string first = cards(content()).front().id;
+  for (int page = 2; page <= 4; ++page) view_.showMore();
+  EXPECT_EQ(cards(content()).size(), 400U);
+  EXPECT_EQ(cards(content()).front().id, first);
+  EXPECT_FALSE(content().hasPrevious);
+  const std::string hundredth = cards(content())[100].id;
+  view_.showMore();
+  EXPECT_EQ(cards(content()).size(), 400U);
+  EXPECT_EQ(cards(content()).front().id, hundredth);
+  EXPECT_TRUE(content().hasPrevious);
+  view_.showPrevious();
+  EXPECT_EQ(cards(content()).front().id, first);
+  EXPECT_FALSE(content().hasPrevious);
+  for (int page = 0; page < 200; ++page) view_.showMore();
+  EXPECT_FALSE(content().hasMore);
+  EXPECT_EQ(cards(content()).size(), 400U) << "past the end it stays there";
 }
 
 TEST_F(UpcomingViewTest, aListAsLongAsTheRowLimitHasNoMore) {

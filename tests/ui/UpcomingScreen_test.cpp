@@ -59,7 +59,7 @@ TEST_F(UpcomingScreen, moreIsShownWhenTheEndComesNear) {
   const auto lengthOf = [&] { return app_->upcoming()->content()->property("hasMore").toBool(); };
   ASSERT_TRUE(lengthOf());
   EXPECT_FALSE(shows("Friday, Jan 17"));
-  for (int turn = 0; turn < 20 && !shows("Friday, Jan 17"); ++turn) scrollDown(20);
+  for (int turn = 0; turn < 60 && !shows("Friday, Jan 17"); ++turn) scrollDown(3);
   EXPECT_TRUE(shows("Friday, Jan 17"));
   EXPECT_FALSE(lengthOf());
 }

@@ -21,7 +21,9 @@ TabPage {
         focus: true
         model: screen.history.days
         hasMore: screen.history.hasMore
+        hasPrevious: screen.history.hasPrevious
         onEndReached: screen.model.showMore()
+        onStartReached: screen.model.showPrevious()
 
         // qmllint disable unqualified
         header: Column {
@@ -76,49 +78,46 @@ TabPage {
             }
         }
         delegate: Column {
-            id: day
+            id: entry
 
             required property var row
 
             x: list.columnX
             width: list.columnWidth
-            topPadding: 12
-            bottomPadding: 8
-            spacing: 8
+            bottomPadding: row.isLast ? 8 : 0
 
-            RowLayout {
-                width: parent.width
+            Optional {
+                when: entry.row.heading !== null
 
-                Label {
-                    Layout.fillWidth: true
-                    Layout.leftMargin: Theme.padding
-                    text: day.row.title
-                    color: Theme.secondary
-                    size: Theme.footnote
-                    font.weight: Font.DemiBold
-                    Accessible.role: Accessible.Heading
-                }
-                Label {
-                    Layout.rightMargin: Theme.padding
-                    text: day.row.count
-                    color: Theme.secondary
-                    size: Theme.footnote
+                RowLayout {
+                    width: entry.width
+                    height: implicitHeight + 20
+
+                    Label {
+                        Layout.fillWidth: true
+                        Layout.leftMargin: Theme.padding
+                        text: entry.row.heading?.title ?? ""
+                        color: Theme.secondary
+                        size: Theme.footnote
+                        font.weight: Font.DemiBold
+                        Accessible.role: Accessible.Heading
+                    }
+                    Label {
+                        Layout.rightMargin: Theme.padding
+                        text: entry.row.heading?.count ?? ""
+                        color: Theme.secondary
+                        size: Theme.footnote
+                    }
                 }
             }
-            Card {
+            CardSlice {
                 width: parent.width
-                padding: 0
+                first: entry.row.isFirst
+                last: entry.row.isLast
 
-                Column {
-                    width: parent.width
-
-                    Repeater {
-                        model: day.row.logs
-
-                        HistoryRow {
-                            onActed: action => screen.model.act(row.id, action)
-                        }
-                    }
+                HistoryRow {
+                    row: entry.row
+                    onActed: action => screen.model.act(row.id, action)
                 }
             }
         }

@@ -2,7 +2,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Pillora
-import QtQuick.Layouts
 
 // Every open dose of the coming days. See screens/UpcomingView.h.
 TabPage {
@@ -20,36 +19,37 @@ TabPage {
         focus: true
         model: screen.upcoming.days
         hasMore: screen.upcoming.hasMore
+        hasPrevious: screen.upcoming.hasPrevious
         onEndReached: screen.model.showMore()
+        onStartReached: screen.model.showPrevious()
 
-        delegate: ColumnLayout {
-            id: day
+        delegate: Column {
+            id: entry
 
             required property var row
 
             width: list.columnWidth
             x: list.columnX
-            spacing: 10
+            bottomPadding: row.isGroupsLast ? 18 : 10
 
-            Label {
-                Layout.fillWidth: true
-                Layout.topMargin: 8
-                text: day.row.title
-                size: Theme.headline
-                font.weight: Font.DemiBold
-                Accessible.role: Accessible.Heading
-            }
-            Repeater {
-                model: day.row.doses
+            Optional {
+                when: entry.row.heading !== null
 
-                UpcomingDoseCard {
-                    Layout.fillWidth: true
-                    onTaken: screen.model.take(row.medicineId, row.time)
-                    onSkipped: screen.model.skip(row.medicineId, row.time)
+                Label {
+                    width: entry.width
+                    topPadding: 8
+                    bottomPadding: 10
+                    text: entry.row.heading?.title ?? ""
+                    size: Theme.headline
+                    font.weight: Font.DemiBold
+                    Accessible.role: Accessible.Heading
                 }
             }
-            Item {
-                implicitHeight: 8
+            UpcomingDoseCard {
+                width: parent.width
+                row: entry.row
+                onTaken: screen.model.take(row.medicineId, row.time)
+                onSkipped: screen.model.skip(row.medicineId, row.time)
             }
         }
     }

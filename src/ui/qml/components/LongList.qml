@@ -3,15 +3,17 @@ import QtQuick
 import QtQuick.Templates as T
 
 // A list of any length: only what is in sight exists. Its rows stand in a column no wider than reads well. When its
-// end comes near and there is more, it asks for that.
+// end comes near and there is more, it asks for that; likewise for what gave way at its beginning.
 ListView {
     id: list
 
     property bool hasMore: false
+    property bool hasPrevious: false
     property real lastOrigin: 0
     readonly property real columnWidth: Math.min(width - 2 * Theme.padding, Theme.readableWidth)
     readonly property real columnX: (width - columnWidth) / 2
     signal endReached
+    signal startReached
 
     clip: true
     boundsBehavior: Flickable.DragAndOvershootBounds
@@ -20,8 +22,12 @@ ListView {
     reuseItems: false
     bottomMargin: 24
     keyNavigationEnabled: false
-    onContentYChanged: if (hasMore && contentY + 2 * height > originY + contentHeight)
-        endReached()
+    onContentYChanged: {
+        if (hasMore && contentY + 4 * height > originY + contentHeight)
+            endReached()
+        else if (hasPrevious && contentY - 3 * height < originY)
+            startReached()
+    }
 
     // A list that shows its beginning goes on showing it when its header grows.
     onOriginYChanged: {
