@@ -101,7 +101,7 @@ Page {
             Row {
                 spacing: 4
 
-                TimingBadge { anchors.verticalCenter: parent.verticalCenter; text: "12m late"; tone: "orange" }
+                Badge { anchors.verticalCenter: parent.verticalCenter; text: "12m late"; tone: "orange" }
                 IconButton { symbol: "arrow.uturn.backward"; symbolSize: 20; text: "Undo" }
             }
         }

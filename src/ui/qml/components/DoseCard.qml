@@ -114,9 +114,11 @@ Card {
     Item {
         id: drawer
 
+        readonly property Item buttons: inside.count > 0 ? inside.itemAt(0) : null
+
         anchors.top: head.bottom
         width: parent.width
-        height: card.expanded ? buttons.height + 1 + 2 * 14 : 0
+        height: card.expanded && buttons ? buttons.height + 1 + 2 * 14 : 0
         visible: height > 0
         clip: true
 
@@ -130,14 +132,18 @@ Card {
             height: Theme.hairline
             color: Theme.separator
         }
-        ActionRow {
-            id: buttons
+        Optional {
+            id: inside
 
-            x: Theme.padding
-            y: 15
-            width: parent.width - 2 * Theme.padding
-            actions: card.actions
-            onTriggered: id => card.acted(id)
+            when: card.expanded || drawer.height > 0
+
+            ActionRow {
+                x: Theme.padding
+                y: 15
+                width: drawer.width - 2 * Theme.padding
+                actions: card.actions
+                onTriggered: id => card.acted(id)
+            }
         }
     }
 }

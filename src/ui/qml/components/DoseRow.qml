@@ -2,12 +2,11 @@
 import QtQuick
 
 // One dose that was recorded. `row`: symbol, color, dateText, timeText, statusText.
-ListRow {
+RecordRow {
     id: control
 
     required property var row
 
-    width: parent ? parent.width : implicitWidth
     symbol: row.symbol
     symbolColor: Theme.symbol(row.color)
     text: row.dateText

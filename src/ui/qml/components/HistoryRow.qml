@@ -4,13 +4,12 @@ import QtQuick
 
 // One dose of the past, and what its record may be changed to. `row`: name, statusText, symbol, color, timeText, timing,
 // timingColor, actions.
-ListRow {
+RecordRow {
     id: control
 
     required property var row
     signal acted(string action)
 
-    width: parent ? parent.width : implicitWidth
     separated: !row.isFirst
     symbol: row.symbol
     symbolColor: Theme.symbol(row.color)
@@ -18,30 +17,26 @@ ListRow {
     detail: row.timeText + "  " + row.statusText
     spoken: [row.name, row.timeText, row.statusText, row.timing].filter(part => part).join(", ")
 
-    Row {
-        spacing: 2
+    Badge {
+        anchors.verticalCenter: parent.verticalCenter
+        visible: control.row.timing !== null
+        text: control.row.timing ?? ""
+        silent: true
+        tone: control.row.timingColor ?? "blue"
+    }
+    Repeater {
+        model: control.row.actions
 
-        TimingBadge {
-            anchors.verticalCenter: parent.verticalCenter
-            visible: control.row.timing !== null
-            text: control.row.timing ?? ""
-            silent: true
-            tone: control.row.timingColor ?? "blue"
-        }
-        Repeater {
-            model: control.row.actions
+        IconButton {
+            id: action
 
-            IconButton {
-                id: action
+            required property var row
 
-                required property var row
-
-                symbol: row.symbol
-                text: row.title + ", " + control.row.name
-                kind: "tinted"
-                tone: row.id === "take" ? "green" : "orange"
-                onClicked: control.acted(action.row.id)
-            }
+            symbol: row.symbol
+            text: row.title + ", " + control.row.name
+            kind: "tinted"
+            tone: row.id === "take" ? "green" : "orange"
+            onClicked: control.acted(action.row.id)
         }
     }
 }

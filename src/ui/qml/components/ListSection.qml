@@ -12,16 +12,8 @@ Column {
     width: parent ? parent.width : 328
     spacing: 8
 
-    Label {
-        visible: text !== ""
-        x: Theme.padding
-        width: parent.width - 2 * Theme.padding
+    SectionHeading {
         text: section.header
-        color: Theme.secondary
-        size: Theme.footnote
-        font.weight: Font.DemiBold
-        font.letterSpacing: 0.2
-        Accessible.role: Accessible.Heading
     }
     Card {
         width: parent.width

@@ -29,12 +29,12 @@ ListView {
             startReached()
     }
 
-    // A list that shows its beginning goes on showing it when its header grows.
+    // A header that grows or shrinks in sight leaves what is above the change where it is.
     onOriginYChanged: {
-        const atBeginning = contentY <= lastOrigin + 1
+        const below = contentY - lastOrigin
         lastOrigin = originY
-        if (atBeginning && !moving)
-            contentY = originY
+        if (below < (headerItem?.height ?? 1) && !moving)
+            contentY = originY + below
     }
 
     Keys.onPressed: event => keys.take(event)
