@@ -46,7 +46,7 @@ Result<RestoreSheet> listed(Backups& backups, Session& session) {
 }
 
 /// The path of the listed backup with this path or name; nothing when there is none.
-Result<std::optional<std::string>> listedFile(const RestoreSheet& sheet, const std::string& file) {
+Result<std::optional<std::string>> listedFile(const RestoreSheet& sheet, const std::string& file, const Texts& texts) {
   std::error_code ignored;
   const std::string path = std::filesystem::absolute(file, ignored).lexically_normal().string();
   std::optional<std::string> named;
@@ -55,7 +55,7 @@ Result<std::optional<std::string>> listedFile(const RestoreSheet& sheet, const s
       const std::string& url = row.backup.url;
       if (std::filesystem::path(url).lexically_normal() == path) return std::optional(url);
       if (std::filesystem::path(url).filename() != file) continue;
-      if (named) return Error{"several backups are named '" + file + "'; give the path of one"};
+      if (named) return Error{texts.text("several backups are named '{word}': give the path of one", {{"word", file}})};
       named = url;
     }
   }
@@ -110,7 +110,7 @@ std::string restoredText(const RestoredBackup& restored, Session& session) {
 Result<std::string> restoreBackup(Backups& backups, Session& session, const std::string& file) {
   const auto sheet = listed(backups, session);
   if (!sheet) return sheet.error();
-  const auto found = listedFile(*sheet, file);
+  const auto found = listedFile(*sheet, file, session.texts());
   if (!found) return found.error();
   std::error_code ignored;
   const std::string path = found->value_or(std::filesystem::absolute(file, ignored).string());
@@ -124,9 +124,9 @@ Result<std::string> restoreBackup(Backups& backups, Session& session, const std:
 Result<std::string> deleteBackup(Backups& backups, Session& session, const std::string& file) {
   const auto sheet = listed(backups, session);
   if (!sheet) return sheet.error();
-  const auto found = listedFile(*sheet, file);
+  const auto found = listedFile(*sheet, file, session.texts());
   if (!found) return found.error();
-  if (!*found) return Error{"there is no backup '" + file + "'"};
+  if (!*found) return Error{session.texts().text("there is no backup '{word}'", {{"word", file}})};
   // Not the screen's operation, which does not tell why it failed.
   const auto deleted = outcomeOf<void>(session, [&](auto told) { backups.service.deleteBackup(**found, told); });
   if (!deleted) return deleted.error();

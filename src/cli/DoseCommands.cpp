@@ -19,7 +19,9 @@ using Record = Result<std::optional<UUID>> (TodayView::*)(const UUID& medicine, 
 /// The time of today's open dose of this medicine.
 Result<Instant> openDoseOfToday(const std::shared_ptr<Medicine>& medicine, const Session& session) {
   const auto entries = todaysPendingReminders(activeMedicines({medicine}), session.now(), session.calendar());
-  if (entries.empty()) return Error{medicine->name() + " has no open dose today"};
+  if (entries.empty()) {
+    return Error{session.texts().text("{name} has no open dose today", {{"name", medicine->name()}})};
+  }
   return entries.front().second;
 }
 
@@ -96,15 +98,17 @@ std::string logsText(const Logs& logs, const ScreenEnvironment& screens, const S
 }
 
 /// The record that a command is about, with nothing slipping in between finding and changing it.
-Result<std::shared_ptr<DoseLog>> logForChange(const UUID& id, ModelContext& context) {
+Result<std::shared_ptr<DoseLog>> logForChange(const UUID& id, const ScreenEnvironment& screens) {
+  ModelContext& context = screens.context;
   if (const auto begun = context.beginWriting(); !begun) return begun.error();
   if (const auto log = context.find<DoseLog>(id)) return log;
-  return context.takeReadError().value_or(Error{"no dose is recorded as " + id.text()});
+  if (auto error = context.takeReadError()) return *std::move(error);
+  return Error{screens.texts.text("no dose is recorded as {id}", {{"id", id.text()}})};
 }
 
-Result<UUID> logId(const CommandLine& line) {
+Result<UUID> logId(const CommandLine& line, const Session& session) {
   if (const auto id = UUID::parse(*line.logId)) return *id;
-  return Error{"'" + *line.logId + "' is no identifier"};
+  return Error{session.texts().text("'{word}' is no identifier", {{"word", *line.logId}})};
 }
 
 constexpr std::string_view kTaken = ownText("Taken: {name}, {date}, {time}");
@@ -121,12 +125,12 @@ Result<Action> skipCommand(const CommandLine& line, Session& session) {
 }
 
 Result<Action> undoCommand(const CommandLine& line, Session& session) {
-  const auto id = logId(line);
+  const auto id = logId(line, session);
   if (!id) return id.error();
   return Action([&session, id = *id]() -> Result<std::string> {
     const auto screens = session.open();
     if (!screens) return screens.error();
-    const auto log = logForChange(id, screens->context);
+    const auto log = logForChange(id, *screens);
     if (!log) return log.error();
     const std::string name = medicineName(**log, screens->texts);
     if (const auto undone = TodayView(*screens).undo(id); !undone) return undone.error();
@@ -137,20 +141,25 @@ Result<Action> undoCommand(const CommandLine& line, Session& session) {
 }
 
 Result<Action> markCommand(const CommandLine& line, Session& session) {
-  const auto id = logId(line);
+  const auto id = logId(line, session);
   if (!id) return id.error();
   const bool isTaken = *line.status == "taken";
-  if (!isTaken && *line.status != "skipped") return Error{"'" + *line.status + "' is neither taken nor skipped"};
+  if (!isTaken && *line.status != "skipped") {
+    return Error{session.texts().text("the status is 'taken' or 'skipped', not '{word}'", {{"word", *line.status}})};
+  }
   return Action([&session, id = *id, isTaken, word = *line.status]() -> Result<std::string> {
     const auto screens = session.open();
     if (!screens) return screens.error();
-    const auto log = logForChange(id, screens->context);
+    const auto log = logForChange(id, *screens);
     if (!log) return log.error();
     const std::string recorded = statusTextInSentence((*log)->status(), screens->texts);
     const auto marked =
         ReminderHistoryView(*screens).onStatusChange(id, isTaken ? DoseStatus::taken : DoseStatus::skipped);
     if (!marked) return marked.error();
-    if (!*marked) return Error{"the dose is recorded as " + recorded + " and cannot be marked " + word};
+    if (!*marked) {
+      return Error{screens->texts.text("the dose is recorded as '{status}' and cannot be marked '{word}'",
+                                       {{"status", recorded}, {"word", word}})};
+    }
     if (const auto saved = session.save(); !saved) return saved.error();
     if (session.json()) return jsonLine(Json::object({{"id", toJson(id)}}));
     const auto text = recordedText(isTaken ? kTaken : kSkipped, *(*log)->medicine(), (*log)->scheduledTime(), *screens);

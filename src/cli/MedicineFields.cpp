@@ -15,13 +15,14 @@ using Word = CommandLine::Word;
 /// Reads option after option and keeps the first word of a wrong shape and the first value that is refused.
 class FieldReader {
  public:
-  FieldReader(const CommandLine& line, const Session& session) : line_(line), session_(session) {}
+  FieldReader(const CommandLine& line, const Session& session)
+      : line_(line), session_(session), texts_(session.texts()) {}
 
   Result<MedicineFields> readAdd() {
     fields_.values.interval = initialInterval(session_.now(), session_.calendar());
     fields_.values.startDate = session_.now();
     fields_.values.name = trimmedName(*line_.name);
-    if (fields_.values.name.empty()) refuse("a medicine needs a name");
+    if (fields_.values.name.empty()) refuse(texts_.text("a medicine needs a name"));
     readCommon();
     readInstant("--end", line_.end, [&](Instant end) { fields_.values.endDate = end; });
     readSchedule();
@@ -67,7 +68,7 @@ class FieldReader {
   void readChoice(const std::string& option, const Word& word, const std::array<std::string_view, N>& choices,
                   std::string& into) {
     if (!word) return;
-    if (!isOffered(choices, *word)) refuse(option + " does not offer '" + *word + "', only " + listed(choices));
+    if (!isOffered(choices, *word)) refuse(notOffered(option, *word, listed(choices), texts_));
     into = *word;
   }
 
@@ -81,23 +82,20 @@ class FieldReader {
   void readFlag(const std::string& option, const Word& word, bool& into) {
     if (!word) return;
     const auto flag = yesOrNo(*word);
-    if (!flag) return malform(option + " takes yes or no, not '" + *word + "'");
+    if (!flag) return malform(notYesOrNo(option, *word, texts_));
     into = *flag;
   }
 
   void readNumber(const std::string& option, const Word& word, const Stepper& stepper, int64_t& into) {
     if (!word) return;
     const auto number = wholeNumber(*word);
-    if (!number) return malform(option + " takes a whole number, not '" + *word + "'");
+    if (!number) return malform(notWhole(option, *word, texts_));
     check(option, *number, stepper);
     into = *number;
   }
 
   void check(const std::string& what, int64_t number, const Stepper& stepper) {
-    if (stepper.reaches(number)) return;
-    refuse(what + " goes from " + std::to_string(stepper.least) + " to " + std::to_string(stepper.most) +
-           (stepper.step == 1 ? "" : " in steps of " + std::to_string(stepper.step)) + ", " + std::to_string(number) +
-           " is not among them");
+    if (!stepper.reaches(number)) refuse(outOfRange(what, std::to_string(number), stepper, texts_));
   }
 
   template <typename Take>
@@ -134,7 +132,9 @@ class FieldReader {
 
   void readDaily(ReminderInterval& interval) {
     const auto times = timesOfDay(*line_.daily);
-    if (!times) return malform("--daily takes times such as 08:00,20:00, not '" + *line_.daily + "'");
+    if (!times) {
+      return malform(texts_.text("--daily takes times such as 08:00,20:00, not '{word}'", {{"word", *line_.daily}}));
+    }
     for (const TimeOfDay& time : *times) checkTime("--daily", time);
     interval.type = ReminderIntervalType::daily;
     interval.dailyTimes = *times;
@@ -143,8 +143,11 @@ class FieldReader {
   void readDays(const std::string& option, const std::string& word, const Stepper& range, std::set<int64_t>& days,
                 TimeOfDay& time) {
     const auto read = daysAndTime(word);
-    if (!read) return malform(option + " takes days and a time such as 1,5@09:00, not '" + word + "'");
-    for (const int64_t day : read->days) check(option + ": a day", day, range);
+    if (!read) {
+      return malform(texts_.text("{option} takes days and a time such as 1,5@09:00, not '{word}'",
+                                 {{"option", option}, {"word", word}}));
+    }
+    for (const int64_t day : read->days) check(texts_.text("a day of {option}", {{"option", option}}), day, range);
     checkTime(option, read->time);
     days = read->days;
     time = read->time;
@@ -154,22 +157,32 @@ class FieldReader {
     const size_t colon = line_.custom->find(':');
     const auto hours = wholeNumber(line_.custom->substr(0, colon));
     const auto minutes = colon == std::string::npos ? std::nullopt : wholeNumber(line_.custom->substr(colon + 1));
-    if (!hours || !minutes)
-      return malform("--custom takes hours and minutes such as 8:30, not '" + *line_.custom + "'");
-    check("--custom: the hour", *hours, kCustomHours);
-    check("--custom: the minute", *minutes, kCustomMinutes);
+    if (!hours || !minutes) {
+      return malform(
+          texts_.text("--custom takes hours and minutes such as 8:30, not '{word}'", {{"word", *line_.custom}}));
+    }
+    check(hourOf("--custom"), *hours, kCustomHours);
+    check(minuteOf("--custom"), *minutes, kCustomMinutes);
     if (fields_.refused) return;  // only what the form offers is small enough to be multiplied
     interval.type = ReminderIntervalType::custom;
     interval.customIntervalMinutes = customIntervalMinutes(*hours, *minutes);
   }
 
   void checkTime(const std::string& option, const TimeOfDay& time) {
-    check(option + ": the hour", *time.hour, {0, 23, 1});
-    check(option + ": the minute", *time.minute, {0, 59, 1});
+    check(hourOf(option), *time.hour, {0, 23, 1});
+    check(minuteOf(option), *time.minute, {0, 59, 1});
+  }
+
+  std::string hourOf(const std::string& option) const {
+    return texts_.text("the hour of {option}", {{"option", option}});
+  }
+  std::string minuteOf(const std::string& option) const {
+    return texts_.text("the minute of {option}", {{"option", option}});
   }
 
   const CommandLine& line_;
   const Session& session_;
+  const Texts& texts_;
   MedicineFields fields_;
   std::optional<Error> malformed_;
 };

@@ -131,7 +131,9 @@ Result<Action> snoozeCommand(const CommandLine& line, Session& session) {
     if (!screens) return screens.error();
     const auto medicine = session.medicine(ref);
     if (!medicine) return medicine.error();
-    if (!(*medicine)->allowSnooze()) return Error{(*medicine)->name() + " does not allow snooze"};
+    if (!(*medicine)->allowSnooze()) {
+      return Error{session.texts().text("{name} does not allow snooze", {{"name", (*medicine)->name()}})};
+    }
     const auto reminder = TodayView(*screens).snooze((*medicine)->id());
     if (!reminder) return reminder.error();
     if (const auto saved = session.save(); !saved) return saved.error();

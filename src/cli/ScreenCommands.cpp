@@ -3,6 +3,7 @@
 
 #include "cli/Commands.h"
 #include "cli/Rendering.h"
+#include "cli/Words.h"
 #include "screens/ReminderHistoryView.h"
 #include "support/Json.h"
 
@@ -20,7 +21,8 @@ Result<std::string> printed(const Content& content, ModelContext& context, const
 /// The one of `all` whose raw value, in small letters, is the word; without a word the standard.
 template <typename Choices>
 Result<typename Choices::value_type> chosen(const CommandLine::Word& word, const Choices& all,
-                                            typename Choices::value_type standard, std::string_view what) {
+                                            typename Choices::value_type standard, const std::string& option,
+                                            const Texts& texts) {
   if (!word) return standard;
   std::string offered;
   for (const auto choice : all) {
@@ -29,7 +31,7 @@ Result<typename Choices::value_type> chosen(const CommandLine::Word& word, const
     if (name == *word) return choice;
     offered += (offered.empty() ? "" : ", ") + name;
   }
-  return Error{"there is no " + std::string(what) + " '" + *word + "', only " + offered};
+  return Error{notOffered(option, *word, offered, texts)};
 }
 
 }  // namespace
@@ -63,9 +65,9 @@ Result<Action> medicinesCommand(const CommandLine& line, Session& session) {
 }
 
 Result<Action> historyCommand(const CommandLine& line, Session& session) {
-  const auto range = chosen(line.range, kAllTimeRanges, TimeRange::week, "range");
+  const auto range = chosen(line.range, kAllTimeRanges, TimeRange::week, "--range", session.texts());
   if (!range) return range.error();
-  const auto filter = chosen(line.filter, kAllHistoryFilters, HistoryFilter::all, "filter");
+  const auto filter = chosen(line.filter, kAllHistoryFilters, HistoryFilter::all, "--filter", session.texts());
   if (!filter) return filter.error();
   return Action([&session, range = *range, filter = *filter]() -> Result<std::string> {
     const auto screens = session.open();

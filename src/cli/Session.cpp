@@ -79,7 +79,8 @@ Result<void> Session::prepare() {
 }
 
 Result<Instant> Session::instant(std::string_view text) const {
-  const Error malformed{"'" + std::string(text) + "' is no instant such as 2026-03-08T07:30 or 2026-03-08T07:30:00Z"};
+  const Error malformed{texts_->text("'{word}' is no instant such as 2026-03-08T07:30 or 2026-03-08T07:30:00Z",
+                                     {{"word", std::string(text)}})};
   const auto parsed = parseTime(text);
   if (!parsed) return malformed;
   if (parsed->offset) return utcInstant(parsed->wall) - *parsed->offset;
@@ -214,16 +215,17 @@ Result<std::shared_ptr<Medicine>> Session::medicine(std::string_view ref) {
   if (!medicines) return medicines.error();
   const std::string name(ref);
   // Deliberate: the empty text begins every name, but a script's unset variable must not pick a person's one medicine.
-  if (name.empty()) return Error{"no medicine has an empty name"};
+  if (name.empty()) return Error{texts().text("no medicine has an empty name")};
   auto found = fitting(*medicines, [&](const auto& one) { return isNamed(one->name(), name, texts()); });
   if (found.size() != 1) {
     found = fitting(*medicines, [&](const auto& one) { return beginsWith(one->name(), name, texts()); });
   }
   if (found.size() == 1) return found.front();
-  if (found.empty()) return Error{"no medicine fits '" + name + "'"};
+  if (found.empty()) return Error{texts().text("no medicine fits '{word}'", {{"word", name}})};
   std::string identifiers;
   for (const auto& one : found) identifiers += (identifiers.empty() ? "" : ", ") + one->id().text();
-  return Error{"several medicines fit '" + name + "': name one by its identifier, " + identifiers};
+  return Error{texts().text("several medicines fit '{word}': name one by its identifier, {identifiers}",
+                            {{"word", name}, {"identifiers", identifiers}})};
 }
 
 Result<void> Session::save() {

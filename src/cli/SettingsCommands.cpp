@@ -67,34 +67,36 @@ struct Change {
 };
 
 /// Errors are wrong usage: a field that there is not, a word of another shape than its control's values.
-Result<Change> readChange(const CommandLine& line) {
+Result<Change> readChange(const CommandLine& line, const Texts& texts) {
   static constexpr std::array<std::string_view, 3> kChoices = {"weekStartDay", "notificationSound", "backupFrequency"};
   static constexpr std::array<std::string_view, 2> kNumbers = {"defaultSnoozeDurationMinutes", "defaultMaxSnoozeCount"};
   const auto isOneOf = [&](const auto& names) { return std::ranges::find(names, *line.field) != names.end(); };
-  if (!line.field || !line.value) return Error{"'settings set' takes a field and a value"};
-  if (!isOneOf(kSettingsFields)) return Error{"there is no setting '" + *line.field + "' to change"};
+  if (!line.field || !line.value) return Error{texts.text("'settings set' takes a field and a value")};
+  if (!isOneOf(kSettingsFields)) {
+    return Error{texts.text("there is no setting '{word}' to change", {{"word", *line.field}})};
+  }
   Change change{*line.field, *line.value, std::nullopt, std::nullopt};
   if (isOneOf(kNumbers) || *line.field == "weekStartDay") {
     change.number = wholeNumber(*line.value);
-    if (!change.number) return Error{*line.field + " takes a whole number, not '" + *line.value + "'"};
+    if (!change.number) return Error{notWhole(*line.field, *line.value, texts)};
   } else if (!isOneOf(kChoices)) {
     change.isOn = yesOrNo(*line.value);
-    if (!change.isOn) return Error{*line.field + " takes yes or no, not '" + *line.value + "'"};
+    if (!change.isOn) return Error{notYesOrNo(*line.field, *line.value, texts)};
   }
   return change;
 }
 
 /// What the control offers, for somebody who asked for something else.
-std::string offerOf(const SettingsContent& content, const std::string& field) {
-  const FormRow* row = rowOf(content, field);
+std::string refusal(const Change& change, const SettingsContent& content, const Texts& texts) {
+  const FormRow* row = rowOf(content, change.field);
   if (const auto* stepper = std::get_if<StepperRow>(row)) {
-    return "goes from " + std::to_string(stepper->least) + " to " + std::to_string(stepper->most);
+    return outOfRange(change.field, change.value, {stepper->least, stepper->most, stepper->step}, texts);
   }
-  std::string offer;
+  std::string offered;
   if (const auto* picker = std::get_if<PickerRow>(row)) {
-    for (const PickerOption& option : picker->options) offer += (offer.empty() ? "offers " : ", ") + option.id;
+    for (const PickerOption& option : picker->options) offered += (offered.empty() ? "" : ", ") + option.id;
   }
-  return offer;
+  return notOffered(change.field, change.value, offered, texts);
 }
 
 bool apply(const Change& change, SettingsView& view) {
@@ -139,13 +141,10 @@ Result<Action> settingsCommand(const CommandLine& line, Session& session) {
     });
   }
   if (*line.action != "set") return Error{"unknown word '" + *line.action + "' after 'settings'"};
-  const auto change = readChange(line);
+  const auto change = readChange(line, session.texts());
   if (!change) return change.error();
   return withSettings(session, [&session, change = *change](const ScreenEnvironment& screens, SettingsView& view) {
-    if (!apply(change, view)) {
-      return Result<std::string>(Error{change.field + " " + offerOf(view.content(), change.field) + ", '" +
-                                       change.value + "' is not among them"});
-    }
+    if (!apply(change, view)) return Result<std::string>(Error{refusal(change, view.content(), session.texts())});
     if (session.json()) return printedSettings(screens, session, view);
     if (const auto saved = session.save(); !saved) return Result<std::string>(saved.error());
     return Result<std::string>(changedText(view.content(), change.field, session));

@@ -71,6 +71,31 @@ std::optional<DaysAndTime> daysAndTime(std::string_view words) {
   return DaysAndTime{{days->begin(), days->end()}, *time};
 }
 
+std::string notOffered(const std::string& what, const std::string& word, const std::string& offered,
+                       const Texts& texts) {
+  return texts.text("{what} does not offer '{word}', only {offered}",
+                    {{"what", what}, {"word", word}, {"offered", offered}});
+}
+
+std::string notYesOrNo(const std::string& what, const std::string& word, const Texts& texts) {
+  return texts.text("{what} takes yes or no, not '{word}'", {{"what", what}, {"word", word}});
+}
+
+std::string notWhole(const std::string& what, const std::string& word, const Texts& texts) {
+  return texts.text("{what} takes a whole number, not '{word}'", {{"what", what}, {"word", word}});
+}
+
+std::string outOfRange(const std::string& what, const std::string& word, const Stepper& range, const Texts& texts) {
+  const std::string least = std::to_string(range.least), most = std::to_string(range.most);
+  if (range.step == 1) {
+    return texts.text("{what} goes from {least} to {most}, '{word}' is not among them",
+                      {{"what", what}, {"least", least}, {"most", most}, {"word", word}});
+  }
+  return texts.text(
+      "{what} goes from {least} to {most} in steps of {step}, '{word}' is not among them",
+      {{"what", what}, {"least", least}, {"most", most}, {"step", std::to_string(range.step)}, {"word", word}});
+}
+
 Result<ReminderInterval> readInterval(std::string_view json) {
   auto interval = decodeInterval(json);
   if (!interval) return Error{"--interval: " + interval.error().description};

@@ -3,10 +3,13 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "model/ReminderInterval.h"
+#include "platform/Texts.h"
+#include "screens/FormContent.h"
 #include "support/Result.h"
 
 namespace pillora {
@@ -28,6 +31,14 @@ struct DaysAndTime {
   TimeOfDay time;
 };
 std::optional<DaysAndTime> daysAndTime(std::string_view words);
+
+// Why a word was refused, in the words of the call's language. `what` is the option or the setting that it was for.
+
+std::string notOffered(const std::string& what, const std::string& word, const std::string& offered,
+                       const Texts& texts);
+std::string notYesOrNo(const std::string& what, const std::string& word, const Texts& texts);
+std::string notWhole(const std::string& what, const std::string& word, const Texts& texts);
+std::string outOfRange(const std::string& what, const std::string& word, const Stepper& range, const Texts& texts);
 
 /// An interval as stored. The error tells what is wrong with the JSON.
 Result<ReminderInterval> readInterval(std::string_view json);

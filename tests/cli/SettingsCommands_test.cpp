@@ -85,7 +85,7 @@ TEST_F(SettingsCommands, aValueThatTheControlDoesNotOfferIsRefused) {
     EXPECT_TRUE(called.failedWith(kRefused)) << words[0] << ' ' << words[1] << ' ' << called.status;
   }
   EXPECT_EQ(run({"settings", "set", "weekStartDay", "3"}).lines,
-            Words{"pilloractl: weekStartDay offers 1, 2, 7, '3' is not among them"});
+            Words{"pilloractl: weekStartDay does not offer '3', only 1, 2, 7"});
   EXPECT_EQ(run({"settings", "set", "defaultMaxSnoozeCount", "11"}).lines,
             Words{"pilloractl: defaultMaxSnoozeCount goes from 1 to 10, '11' is not among them"});
   EXPECT_EQ(json({"settings"}).at("record"), before);

@@ -158,6 +158,50 @@ TEST_F(Usage, wrongUsageComesBeforeARefusal) {
   EXPECT_TRUE(run({"add", " ", "--active", "maybe"}).failedWith(kWrongUsage));
 }
 
+TEST_F(Usage, whyAValueIsRefusedIsSaidInTheLanguageOfTheCall) {
+  ASSERT_EQ(run({"add", "Aspirin", "--allow-snooze", "no", "--active", "no"}).status, kDone);
+  ASSERT_EQ(run({"add", "Aspirin Forte"}).status, kDone);
+  const std::string unknown = "6F9619FF-8B86-D011-B42D-00CF4FC964FF";
+  for (const Words& call : {Words{"take", "Nobody"},
+                            {"take", ""},
+                            {"take", "asp"},
+                            {"take", "aspirin"},
+                            {"take", "aspirin", "soon"},
+                            {"snooze", "aspirin"},
+                            {"undo", "x"},
+                            {"undo", unknown},
+                            {"mark", unknown, "lost"},
+                            {"add", " "},
+                            {"add", "A", "--unit", "barrel"},
+                            {"add", "A", "--active", "maybe"},
+                            {"add", "A", "--max-snooze", "many"},
+                            {"add", "A", "--max-snooze", "11"},
+                            {"add", "A", "--custom", "1:03"},
+                            {"add", "A", "--custom", "8"},
+                            {"add", "A", "--daily", "8"},
+                            {"add", "A", "--daily", "24:00"},
+                            {"add", "A", "--monthly", "32@08:00"},
+                            {"add", "A", "--weekly", "Monday"},
+                            {"settings", "set", "weekStartDay"},
+                            {"settings", "set", "colour", "red"},
+                            {"settings", "set", "weekStartDay", "3"},
+                            {"settings", "set", "weekStartDay", "Monday"},
+                            {"settings", "set", "use24HourTime", "maybe"},
+                            {"settings", "set", "defaultMaxSnoozeCount", "11"},
+                            {"history", "--range", "year"},
+                            {"history", "--filter", "late"},
+                            {"backup", "delete", "none.json"}}) {
+    const Called english = run(call), pseudo = run(Words{"--language", "en-XA"} + call);
+    const std::string words = testing::PrintToString(call);
+    ASSERT_TRUE(english.failedWith(english.status)) << words << english.status;
+    EXPECT_TRUE(pseudo.failedWith(english.status)) << words;
+    EXPECT_NE(pseudo.lines, english.lines) << words;
+    EXPECT_EQ(run(Words{"--json"} + call).lines, english.lines) << words;
+  }
+  EXPECT_EQ(run({"--language", "en-XA", "take", "Nobody"}).lines,
+            Words{"pilloractl: ñö~ méðîçîñé~~~~ fîţš~~ 'Nobody'"});
+}
+
 TEST_F(Usage, errorLinesAreHarmlessToATerminal) {
   const Called called = run({"delete", "evil\x1b[2Jname\nsecond line\u202E"});
   ASSERT_TRUE(called.failedWith(kRefused));
