@@ -50,11 +50,15 @@ std::optional<Error> soundness(const UNNotificationRequest& request) {
 
 }  // namespace
 
-Result<std::unique_ptr<AgentClient>> AgentClient::connect(MainExecutor& executor, const Options& options) {
+std::unique_ptr<AgentClient> AgentClient::open(MainExecutor& executor, const Options& options) {
   sd_bus* session = nullptr;
-  if (sd_bus_open_user(&session) < 0) return std::unique_ptr<AgentClient>();
-  BusHandle bus(session);
-  std::unique_ptr<AgentClient> client(new AgentClient(executor, options, std::move(bus)));
+  if (sd_bus_open_user(&session) < 0) return nullptr;
+  return std::unique_ptr<AgentClient>(new AgentClient(executor, options, BusHandle(session)));
+}
+
+Result<std::unique_ptr<AgentClient>> AgentClient::connect(MainExecutor& executor, const Options& options) {
+  auto client = open(executor, options);
+  if (client == nullptr) return client;
   if (const auto found = client->findAgent(); !found) return found.error();
   return client;
 }
@@ -65,14 +69,20 @@ AgentClient::AgentClient(MainExecutor& executor, const Options& options, BusHand
       endpoint_(bus_.get()),
       queue_(executor, [this](const TurnQueue::Batch& batch) { send(batch); }) {}
 
-AgentClient::~AgentClient() { static_cast<void>(finish()); }
+AgentClient::~AgentClient() {
+  queue_.flush();
+  awaitAnswers(changes_);
+}
 
 Result<bool> AgentClient::activateApp(const Activation& activation) {
-  auto runs = isOwned(bus_.get(), kAppName);
-  if (!runs || !*runs) return runs;
-  const auto answered = callAndWait(activationCall(bus_.get(), activation).get());
-  if (!answered) return answered.error();
-  return true;
+  const auto runs = [this] {
+    const auto owned = isOwned(bus_.get(), kAppName);
+    return owned && *owned;
+  };
+  if (!runs()) return false;
+  if (callAndWait(activationCall(bus_.get(), activation).get())) return true;
+  if (runs()) return Error{"Pillora runs already but does not answer"};
+  return false;  // it was about to end
 }
 
 Result<void> AgentClient::becomeApp(AppHooks hooks) { return endpoint_.start(std::move(hooks)); }
@@ -89,12 +99,17 @@ void AgentClient::process() {
 
 Result<void> AgentClient::finish() {
   queue_.flush();
-  for (process(); owed_ > 0; process()) {
-    const auto left = std::chrono::duration_cast<std::chrono::microseconds>(lastAnswerBy_ - steady_clock::now());
-    if (left.count() <= 0 || sd_bus_wait(bus_.get(), static_cast<uint64_t>(left.count())) < 0) break;
-  }
-  if (owed_ > 0) queue_.fail(Error{kUnreachable});
+  awaitAnswers(questions_);
+  awaitAnswers(changes_);
+  if (isAwaiting()) queue_.fail(Error{kUnreachable});
   return queue_.takeFailure();
+}
+
+void AgentClient::awaitAnswers(const Owed& owed) {
+  for (process(); owed.count > 0; process()) {
+    const auto left = std::chrono::duration_cast<std::chrono::microseconds>(owed.lastBy - steady_clock::now());
+    if (left.count() <= 0 || sd_bus_wait(bus_.get(), static_cast<uint64_t>(left.count())) < 0) return;
+  }
 }
 
 Result<void> AgentClient::findAgent() {
@@ -173,13 +188,14 @@ auto AgentClient::ask(const char* member, Read read) {
 
 /// Calls `answered` once with the reply, or with the error that took its place.
 template <typename Answered>
-void AgentClient::callLater(const MessageHandle& call, std::chrono::milliseconds patience, Answered answered) {
-  ++owed_;
+void AgentClient::callLater(const MessageHandle& call, std::chrono::milliseconds patience, Owed& owed,
+                            Answered answered) {
+  ++owed.count;
   // A little more than the call's own time, which ends in an error for an answer.
-  lastAnswerBy_ = std::max(lastAnswerBy_, steady_clock::now() + patience + std::chrono::seconds(1));
-  const auto got = [this, alive = std::weak_ptr(alive_), answered](sd_bus_message* reply) {
+  owed.lastBy = std::max(owed.lastBy, steady_clock::now() + patience + std::chrono::seconds(1));
+  const auto got = [&owed, alive = std::weak_ptr(alive_), answered](sd_bus_message* reply) {
     if (alive.expired()) return;
-    --owed_;
+    --owed.count;
     const auto failure = reply == nullptr ? Error{kUnreachable} : errorOf(reply);
     failure ? answered(nullptr, *failure) : answered(reply, Error{});
   };
@@ -195,7 +211,7 @@ void AgentClient::send(const TurnQueue::Batch& batch) {
     const Error unsendable = busError("unsendable request", writer.status());
     return queue_.complete(batch, OperationErrors(batch.operations.size(), unsendable));
   }
-  callLater(call, options_.patience, [this, batch](sd_bus_message* reply, const Error& failure) {
+  callLater(call, options_.patience, changes_, [this, batch](sd_bus_message* reply, const Error& failure) {
     const size_t count = batch.operations.size();
     if (reply == nullptr) return queue_.complete(batch, OperationErrors(count, failure));
     WireReader reader(reply);
@@ -213,13 +229,14 @@ void AgentClient::requestAuthorization(unsigned options, std::function<void(bool
   queue_.flush();
   const MessageHandle call = newCall("RequestAuthorization");
   WireWriter(call.get()).word(options);
-  callLater(call, kServerPatience, [completion = std::move(completion)](sd_bus_message* reply, const Error& failure) {
+  const auto answered = [completion = std::move(completion)](sd_bus_message* reply, const Error& failure) {
     if (reply == nullptr) return completion(false, failure);
     WireReader reader(reply);
     const bool granted = reader.flag();
     const std::string why = reader.text();
     completion(granted && reader.status() >= 0, why.empty() ? std::nullopt : std::optional(Error{why}));
-  });
+  };
+  callLater(call, kServerPatience, questions_, answered);
 }
 
 void AgentClient::getNotificationSettings(std::function<void(UNNotificationSettings)> completion) {
@@ -235,7 +252,7 @@ void AgentClient::getNotificationSettings(std::function<void(UNNotificationSetti
     }
     completion(settings);
   };
-  callLater(newCall("GetSettings"), kServerPatience, answered);
+  callLater(newCall("GetSettings"), kServerPatience, questions_, answered);
 }
 
 void AgentClient::setNotificationCategories(std::vector<UNNotificationCategory> categories) {

@@ -123,18 +123,26 @@ const sd_bus_vtable kApplicationTable[] = {
 }  // namespace
 
 Result<void> AppEndpoint::start(AppHooks hooks) {
+  // A call that comes at once is handled in a later turn, when the object is there.
+  int done = sd_bus_request_name(bus_, kAppName, 0);
+  if (done == -EEXIST) return Error{"the app is running already"};
+  if (done < 0) return busError(kAppName, done);
   hooks_ = std::move(hooks);
   sd_bus_slot* slot = nullptr;
-  int done = sd_bus_add_object_vtable(bus_, &slot, kAppPath, kDelegateInterface, kDelegateTable, this);
+  done = sd_bus_add_object_vtable(bus_, &slot, kAppPath, kDelegateInterface, kDelegateTable, this);
   if (done < 0) return busError(kDelegateInterface, done);
   delegateSlot_.reset(slot);
   done = sd_bus_add_object_vtable(bus_, &slot, kAppPath, "org.freedesktop.Application", kApplicationTable, this);
   if (done < 0) return busError("org.freedesktop.Application", done);
   applicationSlot_.reset(slot);
-  done = sd_bus_request_name(bus_, kAppName, 0);
-  if (done == -EEXIST) return Error{"the app is running already"};
-  if (done < 0) return busError(kAppName, done);
   return {};
+}
+
+void AppEndpoint::stop() {
+  delegateSlot_.reset();
+  applicationSlot_.reset();
+  hooks_ = {};
+  sd_bus_release_name(bus_, kAppName);
 }
 
 }  // namespace pillora

@@ -29,6 +29,8 @@ class AppEndpoint {
   /// Takes the name and offers the object. An error when another app has the name; activating that one is the caller's
   /// choice.
   Result<void> start(AppHooks hooks);
+  /// Gives the name back and takes the object away: nothing of the app is called from here on.
+  void stop();
   void setDelegate(UNUserNotificationCenterDelegate* delegate) { delegate_ = delegate; }
 
  private:

@@ -3,10 +3,32 @@
 
 #include <QAbstractEventDispatcher>
 #include <algorithm>
+#include <array>
+#include <cerrno>
 #include <chrono>
+#include <csignal>
+#include <cstdint>
+#include <sys/eventfd.h>
+#include <unistd.h>
 #include <utility>
 
 namespace pillora {
+
+namespace {
+
+constexpr std::array kTerminating = {SIGTERM, SIGINT};
+
+/// What the handler of signals writes to, which is told nothing.
+int signalled = -1;
+
+void wakeUp(int) {
+  const int failure = errno;
+  const uint64_t one = 1;
+  static_cast<void>(!write(signalled, &one, sizeof one));
+  errno = failure;
+}
+
+}  // namespace
 
 PolledConnection::PolledConnection(int descriptor, std::function<void()> process, std::function<bool()> wantsToWrite)
     : readable_(descriptor, QSocketNotifier::Read), writable_(descriptor, QSocketNotifier::Write) {
@@ -28,6 +50,24 @@ FolderNotifier::FolderNotifier(const std::string& folder, const Names& names, co
   connect(&*readable_, &QSocketNotifier::activated, this, [this, names, changed] {
     if (watch_->takeChanges(names)) changed();
   });
+}
+
+TerminationNotifier::TerminationNotifier(const std::function<void()>& told) {
+  signalled = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+  if (signalled < 0) return;  // no descriptors left: a signal ends the process as ever
+  signalled_.emplace(signalled, QSocketNotifier::Read);
+  connect(&*signalled_, &QSocketNotifier::activated, this, [told] {
+    uint64_t count = 0;
+    if (read(signalled, &count, sizeof count) == sizeof count) told();
+  });
+  for (const int signal : kTerminating) std::signal(signal, &wakeUp);
+}
+
+TerminationNotifier::~TerminationNotifier() {
+  if (!signalled_) return;
+  for (const int signal : kTerminating) std::signal(signal, SIG_DFL);
+  signalled_.reset();
+  close(std::exchange(signalled, -1));
 }
 
 DeadlineTimer::DeadlineTimer(const Clock& clock, std::function<std::optional<Instant>()> next,

@@ -46,6 +46,19 @@ class FolderNotifier final : public QObject {
   std::optional<QSocketNotifier> readable_;
 };
 
+/// While it lives, what tells the process to end (SIGTERM, SIGINT) calls `told` from the event loop instead.
+/// There is at most one. Programs that we start are told as ever.
+class TerminationNotifier final : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit TerminationNotifier(const std::function<void()>& told);
+  ~TerminationNotifier() override;
+
+ private:
+  std::optional<QSocketNotifier> signalled_;
+};
+
 /// Calls `reached` at the instant that `next` names. It is asked again after each turn; a clock that was set is noticed
 /// within a minute.
 class DeadlineTimer final : public QObject {

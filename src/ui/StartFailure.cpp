@@ -13,7 +13,6 @@ QQuickWindow* startFailureWindow(QQmlApplicationEngine& engine, const Error& fai
   std::string_view why = failure.description;
   if (why.starts_with(PilloraApp::kStoreFailure)) why.remove_prefix(PilloraApp::kStoreFailure.size());
   const std::string reason = texts.text("The reason: {reason}", {{"reason", std::string(why)}});
-  engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
   engine.setInitialProperties(
       {{QStringLiteral("heading"), shown(texts.text("Pillora Cannot Start"))},
        {QStringLiteral("reason"), shown(reason + "\n\n" + texts.text("Your records were left as they are."))},

@@ -54,14 +54,34 @@ constexpr std::chrono::milliseconds kLookPatience(5);
 
 void complain(const Error& failure) { std::cerr << "pillora: " << failure.description << '\n'; }
 
-/// Ends the program with the reason, which is printed, and shown in the words of `texts` where they are given: who
-/// clicked an icon sees nothing that is printed.
-[[noreturn]] void endWith(const Error& failure, const Texts* texts) {
+/// What every window of ours is drawn by.
+struct Look {
+  const Texts& texts;
+  DesktopSettings* desktop;  ///< null where nobody says
+};
+
+/// Makes the module known to the engine, and lets it draw in the texts' direction and as the desktop asks.
+Appearance& prepare(QQmlApplicationEngine& engine, const Look& look) {
+  qml_register_types_Pillora();
+  engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+  Appearance& appearance = Appearance::of(engine);
+  const bool isMirrored = look.texts.readsRightToLeft();
+  QGuiApplication::setLayoutDirection(isMirrored ? Qt::RightToLeft : Qt::LeftToRight);
+  appearance.setProperty("mirrored", isMirrored);
+  if (look.desktop != nullptr) {
+    look.desktop->follow([&appearance](const DesktopLook& asked) { appearance.follow(asked); }, kLookPatience);
+  }
+  return appearance;
+}
+
+/// Ends the program with the reason, which is printed, and shown where a look is given: who clicked an icon sees
+/// nothing that is printed.
+[[noreturn]] void endWith(const Error& failure, const Look* look) {
   complain(failure);
-  if (texts != nullptr) {
-    qml_register_types_Pillora();
+  if (look != nullptr) {
     QQmlApplicationEngine engine;
-    if (QQuickWindow* const window = startFailureWindow(engine, failure, *texts)) {
+    prepare(engine, *look);
+    if (QQuickWindow* const window = startFailureWindow(engine, failure, look->texts)) {
       window->show();
       QGuiApplication::exec();
     }
@@ -71,8 +91,8 @@ void complain(const Error& failure) { std::cerr << "pillora: " << failure.descri
 
 /// The value, or the end of the program.
 template <typename T>
-T require(Result<T> result, const Texts* texts = nullptr) {
-  if (!result) endWith(result.error(), texts);
+T require(Result<T> result, const Look* look = nullptr) {
+  if (!result) endWith(result.error(), look);
   return *std::move(result);
 }
 
@@ -153,22 +173,20 @@ class SystemDesktop final : public Desktop {
 /// nothing. That of the demo is gone with it.
 class Reminders {
  public:
-  /// `texts` for a failure that is to be shown.
-  Reminders(bool isDemo, const Clock& clock, const Calendar& gregorian, MainExecutor& executor, const Texts* texts)
-      : zone_(gregorian) {
-    if (!isDemo) agent_ = require(AgentClient::connect(executor, {siblingProgram("pillora-agent")}), texts);
+  /// `agent` is null where there is no session bus. One that cannot be reached fails what is asked of it, and is looked
+  /// for again later. `look` for a failure that is to be shown.
+  Reminders(bool isDemo, std::unique_ptr<AgentClient> agent, const Clock& clock, const Calendar& gregorian,
+            MainExecutor& executor, const Look* look)
+      : zone_(gregorian), agent_(std::move(agent)) {
     if (agent_) {
       connection_ = drive(*agent_);
       return;
     }
     if (isDemo) demoFolder_.emplace();
-    const std::string folder = isDemo ? demoFolder_->path().toStdString() : require(stateFolder(), texts);
-    engine_ = require(InProcessCenter::open(folder + "/reminders.db", clock, zone_, executor, presenter_), texts);
+    const std::string folder = isDemo ? demoFolder_->path().toStdString() : require(stateFolder(), look);
+    engine_ = require(InProcessCenter::open(folder + "/reminders.db", clock, zone_, executor, presenter_), look);
     timer_ = std::make_unique<DeadlineTimer>(
         clock, [this] { return engine_->nextDeadline(); }, [this] { static_cast<void>(engine_->advance()); });
-  }
-  ~Reminders() {
-    if (agent_) static_cast<void>(agent_->finish());
   }
 
   UNUserNotificationCenter& notificationCenter() {
@@ -179,7 +197,6 @@ class Reminders {
     if (agent_) return *agent_;
     return *engine_;
   }
-  AgentClient* agent() { return agent_.get(); }
   ReminderService service() const {
     if (demoFolder_) return ReminderService::fromEveryLogin;
     if (!agent_) return ReminderService::never;
@@ -199,9 +216,9 @@ class Reminders {
   std::unique_ptr<DeadlineTimer> timer_;
 };
 
-ModelConfiguration storeConfiguration(bool isDemo, const Clock& clock, const Texts* texts) {
+ModelConfiguration storeConfiguration(bool isDemo, const Clock& clock, const Look* look) {
   if (isDemo) return {.isStoredInMemoryOnly = true, .clock = &clock};
-  return {.path = require(groupContainer(), texts) + "/Pillora.store", .clock = &clock};
+  return {.path = require(groupContainer(), look) + "/Pillora.store", .clock = &clock};
 }
 
 std::unique_ptr<FileManager> fileManager(bool isDemo) {
@@ -240,7 +257,9 @@ AppHooks hooksOf(AppModel& app, QQuickWindow& window, const SceneWatch& scene) {
   hooks.isActive = [&scene] { return scene.isActive(); };
   hooks.activate = [&app, &window](const Activation& activation) {
     if (!activation.token.empty()) qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(activation.token));
-    window.show();
+    // show() would undo that it is maximised.
+    window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
+    window.setVisible(true);
     window.raise();
     window.requestActivate();
     app.perform(activation.action);
@@ -249,10 +268,12 @@ AppHooks hooksOf(AppModel& app, QQuickWindow& window, const SceneWatch& scene) {
 }
 
 /// Takes the app's name on the bus. False when another start was quicker; that one has been asked to come to the front.
-bool becomeApp(AgentClient& agent, AppHooks hooks, const Activation& activation) {
-  const auto named = agent.becomeApp(std::move(hooks));
-  if (named) return true;
-  return !require(agent.activateApp(activation)) && require(Result<bool>(named.error()));
+bool becomeApp(AgentClient& agent, const AppHooks& hooks, const Activation& activation) {
+  if (agent.becomeApp(hooks)) return true;
+  if (require(agent.activateApp(activation))) return false;
+  // The other one has ended in the meantime, or the bus gives us no name.
+  if (const auto named = agent.becomeApp(hooks); !named) complain(named.error());
+  return true;
 }
 
 /// The first frame of what is in the window comes first: what the start has to do may take longer than a person likes
@@ -287,6 +308,7 @@ int main(int argc, char** argv) {
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Pillora"));
   QGuiApplication::setApplicationVersion(QString::fromStdString(Bundle().shortVersion));
   QGuiApplication::setDesktopFileName(QString::fromStdString(Bundle().identifier));
+  const TerminationNotifier termination(&QCoreApplication::quit);
   const Options options = readOptions(application, std::move(token));
   const bool isDrawing = options.pictures.has_value();
 
@@ -306,10 +328,15 @@ int main(int argc, char** argv) {
   const Clock& clock = isDrawing ? static_cast<const Clock&>(demoClock) : systemClock;
   const auto files = fileManager(options.isDemo);
   ThreadExecutor background;
-  const Texts* const shown = options.isDemo ? nullptr : &texts;
-  Reminders reminders(options.isDemo, clock, region->gregorian(), executor, shown);
-  AgentClient* const agent = reminders.agent();
-  if (agent != nullptr && require(agent->activateApp(options.activation), shown)) return 0;
+  const Look look{texts, desktopSettings.get()};
+  const Look* const shown = options.isDemo ? nullptr : &look;
+  auto client = options.isDemo ? nullptr : AgentClient::open(executor, {siblingProgram("pillora-agent")});
+  AgentClient* const agent = client.get();
+  if (agent != nullptr) {
+    if (require(agent->activateApp(options.activation), shown)) return 0;
+    if (const auto found = agent->findAgent(); !found) complain(found.error());
+  }
+  Reminders reminders(options.isDemo, std::move(client), clock, region->gregorian(), executor, shown);
 
   const Platform platform{clock,
                           calendar,
@@ -331,18 +358,10 @@ int main(int argc, char** argv) {
                 owner.contextFactory()});
   app.settings()->setReminderService(reminders.service());
 
-  qml_register_types_Pillora();
   const LastDeletions lastDeletions;
   QQmlApplicationEngine engine;
-  engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
   engine.setInitialProperties({{QStringLiteral("app"), QVariant::fromValue(&app)}});
-  Appearance& appearance = Appearance::of(engine);
-  const bool isMirrored = texts.readsRightToLeft();
-  QGuiApplication::setLayoutDirection(isMirrored ? Qt::RightToLeft : Qt::LeftToRight);
-  appearance.setProperty("mirrored", isMirrored);
-  if (desktopSettings) {
-    desktopSettings->follow([&appearance](const DesktopLook& look) { appearance.follow(look); }, kLookPatience);
-  }
+  Appearance& appearance = prepare(engine, look);
   engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Pillora/Main.qml")));
   if (engine.rootObjects().isEmpty()) return 1;
   auto& window = *qobject_cast<QQuickWindow*>(engine.rootObjects().first());
@@ -359,5 +378,7 @@ int main(int argc, char** argv) {
   startWhenDrawn(app, window);
   app.perform(options.activation.action);
   window.show();
-  return QGuiApplication::exec();
+  const int status = QGuiApplication::exec();
+  if (agent != nullptr) agent->resignApp();
+  return status;
 }

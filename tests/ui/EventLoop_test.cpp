@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QTest>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 
@@ -50,6 +51,21 @@ TEST(FolderNotifier, letsTheRegionFollowWhoTravels) {
   ASSERT_TRUE(QTest::qWaitFor([&] { return isElsewhere; }));
   EXPECT_EQ(region->texts().shortTime(noon, true), "21:00");
   EXPECT_EQ(region->calendar().components(noon).hour, 21);
+}
+
+TEST(TerminationNotifier, tellsFromTheLoopAndLeavesTheSignalAsItWas) {
+  for (const int signal : {SIGTERM, SIGINT}) {
+    int calls = 0;
+    {
+      const TerminationNotifier notifier([&] { ++calls; });
+      raise(signal);
+      EXPECT_EQ(calls, 0);
+      EXPECT_TRUE(QTest::qWaitFor([&] { return calls == 1; }));
+      raise(signal);
+      EXPECT_TRUE(QTest::qWaitFor([&] { return calls == 2; }));
+    }
+    EXPECT_EQ(std::signal(signal, SIG_DFL), SIG_DFL);
+  }
 }
 
 }  // namespace

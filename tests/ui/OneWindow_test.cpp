@@ -11,6 +11,7 @@
 
 #include "agent/PrivateBus.h"
 #include "agent/StandIn.h"
+#include "agent/Wire.h"
 #include "doubles/ChildProcess.h"
 
 namespace pillora {
@@ -125,6 +126,68 @@ TEST_F(OneWindow, theBusStartsItForWhoAsksSomethingOfIt) {
   EXPECT_EQ(call(activationCall(own.get(), {.action = "add-medicine"})), "");
   startedByBus = process();
   EXPECT_GT(startedByBus, 0);
+}
+
+/// An agent that keeps what it is told and answers no question.
+class SilentAgent {
+ public:
+  explicit SilentAgent(BusHandle bus) : bus_(std::move(bus)) {
+    EXPECT_GE(sd_bus_request_name(bus_.get(), kAgentName, 0), 0);
+    sd_bus_add_filter(bus_.get(), nullptr, &called, this);
+  }
+  sd_bus* bus() const { return bus_.get(); }
+  bool isAsked = false;
+
+ private:
+  static int called(sd_bus_message* call, void* self, sd_bus_error*) {
+    if (sd_bus_message_is_method_call(call, kAgentInterface, "RequestAuthorization") > 0) {
+      static_cast<SilentAgent*>(self)->isAsked = true;
+    }
+    if (sd_bus_message_is_method_call(call, kAgentInterface, "Apply") > 0) {
+      sd_bus_message* message = nullptr;
+      sd_bus_message_new_method_return(call, &message);
+      const MessageHandle reply(message);
+      sd_bus_message_open_container(message, 'a', "s");
+      for (size_t count = WireReader(call).operations().size(); count > 0; --count) {
+        sd_bus_message_append(message, "s", "");
+      }
+      sd_bus_message_close_container(message);
+      sd_bus_send(nullptr, message, nullptr);
+    }
+    return sd_bus_message_is_method_call(call, nullptr, nullptr) > 0 ? 1 : 0;
+  }
+
+  BusHandle bus_;
+};
+
+TEST_F(OneWindow, toldToEndItEndsInOrderWhateverIsAskedOfItMeanwhile) {
+  SilentAgent agent(bus.connect());
+  StartedProgram window({PILLORA}, environment());
+  ASSERT_TRUE(PrivateBus::pumpUntil({own.get(), agent.bus()}, [&] { return agent.isAsked; }));
+  ASSERT_TRUE(isRunning());
+  kill(window.id(), SIGTERM);
+  auto ended = std::async(std::launch::async, [&] { return window.wait(); });
+  // It is owed an answer for half a minute, which it must not wait for.
+  ASSERT_TRUE(PrivateBus::pumpUntil({own.get(), agent.bus()}, [&] {
+    const auto activation = activationCall(own.get(), {.action = "add-medicine"});
+    sd_bus_message_set_auto_start(activation.get(), 0);
+    sd_bus_send(own.get(), activation.get(), nullptr);
+    return ended.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+  }));
+  EXPECT_EQ(ended.get(), 0);
+  EXPECT_FALSE(isRunning());
+}
+
+TEST_F(OneWindow, anAgentThatCannotStartDoesNotKeepItAway) {
+  std::filesystem::create_directories(folder.path() + "/state/pillora/reminders.db");
+  ChildProcess window({PILLORA}, environment());
+  ASSERT_TRUE(PrivateBus::pumpUntil({own.get()}, [&] { return isRunning(); }));
+  EXPECT_FALSE(PrivateBus::isOwned(own.get(), kAgentName));
+  EXPECT_EQ(call(activationCall(own.get(), {})), "");
+  kill(process(), SIGTERM);
+  const auto ended = window.finish();
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_NE(ended.err.find("pillora: pillora-agent: "), std::string::npos) << ended.err;
 }
 
 TEST_F(OneWindow, aLanguageThatNobodySpeaksIsRefusedByName) {

@@ -11,6 +11,7 @@ namespace {
 class StartFailure : public QmlTest {
  protected:
   StartFailure() {
+    engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
     const Error failure{"Could not create ModelContainer: the store was written by a newer version of Pillora"};
     window_ = startFailureWindow(engine_, failure, **makeTexts("en_US", "UTC", "en"));
     if (window_ == nullptr) return;
