@@ -43,5 +43,6 @@ list(JOIN needed ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
 set(recommended "notification-daemon | gnome-shell | phosh | plasma-workspace" polkitd fprintd qt6-wayland fonts-inter
   xdg-utils)
 list(JOIN recommended ", " CPACK_DEBIAN_PACKAGE_RECOMMENDS)
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS feedbackd)
+# Suggested only: a desktop in a language has a typeface for it, and these are large.
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "feedbackd, fonts-noto-core, fonts-noto-cjk")
 include(CPack)

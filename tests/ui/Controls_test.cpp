@@ -310,6 +310,36 @@ TEST_F(Controls, daysAreWalkedAndPickedByKey) {
   EXPECT_EQ(told(), "d8");
 }
 
+TEST_F(Controls, aNameIsNotBrokenForTheTimeBesideIt) {
+  showControls(
+      "DoseCard { objectName: 'c'; width: 328; name: 'Aspirin'; dosage: '3 mg'; icon: 'moon'; tone: 'blue';"
+      " time: '10:30 PM'; badge: 'In 12h 18m'; badgeTone: 'green'; actions: null }");
+  QQuickItem* const card = find("c");
+  const double height = card->height();
+  EXPECT_FALSE(card->property("stacked").toBool());
+  card->setProperty("name", QStringLiteral("Hydrochlorothiazide"));
+  settle();
+  EXPECT_TRUE(card->property("stacked").toBool());
+  EXPECT_GT(card->height(), height);
+  card->setProperty("name", QStringLiteral("Metformin"));
+  settle();
+  EXPECT_FALSE(card->property("stacked").toBool());
+  EXPECT_EQ(card->height(), height);
+}
+
+TEST_F(Controls, aListWhoseHeadChangesStaysAtItsBeginning) {
+  show(
+      "LongList { objectName: 'l'; width: 300; height: 200; model: 30; header: Item { height: head; width: 1 }\n"
+      " property real head: 100; delegate: Item { width: 10; height: 40 } }");
+  QQuickItem* const list = find("l");
+  for (const double height : {160.0, 90.0, 300.0, 20.0}) {
+    list->setProperty("head", height);
+    settle();
+    EXPECT_EQ(list->property("originY").toDouble(), -height);
+    EXPECT_EQ(list->property("contentY").toDouble(), -height);
+  }
+}
+
 TEST_F(Controls, aCardStaysOpenWhileTheListAroundItChanges) {
   RowsModel rows;
   struct Card {

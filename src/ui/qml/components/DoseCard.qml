@@ -16,8 +16,9 @@ Card {
     required property string badgeTone
     required property var actions
     property bool expanded: false
-    // Too narrow for the time beside the name.
+    // Too narrow for the time beside the name, which is not broken for it.
     readonly property bool stacked: width < 15 * Theme.body
+        || caption.implicitWidth + Math.max(due.implicitWidth, hint.implicitWidth) > line.width - picture.room - 42
     signal acted(string id)
 
     padding: 0
@@ -48,6 +49,10 @@ Card {
             spacing: 12
 
             MedicineIcon {
+                id: picture
+
+                readonly property real room: visible ? width + line.spacing : 0
+
                 visible: card.icon !== null
                 symbol: card.icon ?? ""
                 tone: card.tone
@@ -61,6 +66,8 @@ Card {
                     spacing: 2
 
                     Label {
+                        id: caption
+
                         Layout.fillWidth: true
                         text: card.name
                         size: Theme.headline
@@ -75,13 +82,16 @@ Card {
                         Accessible.ignored: true
                     }
                 }
-                GridLayout {
+                Grid {
                     columns: card.stacked ? 2 : 1
                     columnSpacing: 8
                     rowSpacing: 4
+                    horizontalItemAlignment: Grid.AlignRight
+                    verticalItemAlignment: Grid.AlignVCenter
 
                     Label {
-                        Layout.alignment: Qt.AlignRight
+                        id: due
+
                         text: card.time
                         wrapMode: Text.NoWrap
                         size: Theme.subheadline
@@ -89,7 +99,8 @@ Card {
                         Accessible.ignored: true
                     }
                     Badge {
-                        Layout.alignment: Qt.AlignRight
+                        id: hint
+
                         text: card.badge
                         silent: true
                         tone: card.badgeTone

@@ -34,7 +34,7 @@ ListView {
         const below = contentY - lastOrigin
         lastOrigin = originY
         if (below < (headerItem?.height ?? 1) && !moving)
-            contentY = originY + below
+            contentY = contentY > originY ? originY + below : originY  // a shrunk one may have been followed already
     }
 
     Keys.onPressed: event => keys.take(event)

@@ -9,8 +9,9 @@ SwipeRow {
 
     required property var row
     property bool separated: !Positioner.isFirstItem
-    // Too narrow for the next dose beside the name.
+    // Too narrow for the next dose beside the name, which is not broken for it.
     readonly property bool stacked: width < 15 * Theme.body
+        || caption.implicitWidth + next.implicitWidth > line.width - picture.room - 40
     signal opened
 
     width: parent ? parent.width : implicitWidth
@@ -53,6 +54,10 @@ SwipeRow {
             spacing: 12
 
             MedicineIcon {
+                id: picture
+
+                readonly property real room: visible ? width + line.spacing : 0
+
                 visible: control.row.icon !== null
                 symbol: control.row.icon ?? ""
                 tone: control.row.color
@@ -68,6 +73,8 @@ SwipeRow {
                     spacing: 2
 
                     Label {
+                        id: caption
+
                         Layout.fillWidth: true
                         text: control.row.name
                         font.weight: Font.Medium
@@ -94,6 +101,8 @@ SwipeRow {
                     }
                 }
                 RowLayout {
+                    id: next
+
                     spacing: 12
 
                     Symbol {
