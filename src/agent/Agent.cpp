@@ -56,6 +56,7 @@ Result<std::unique_ptr<Agent>> Agent::start(const Environment& environment, cons
 }
 
 void Agent::wake() {
+  if (isRetiring_) return;
   const auto advanced = engine_->advance();
   auto next = engine_->nextDeadline();
   if (!advanced) {
@@ -72,6 +73,14 @@ void Agent::wake() {
 void Agent::zoneChanged() {
   if (const auto computed = engine_->zoneChanged(); !computed) report(computed.error());
   wake();
+}
+
+void Agent::retire() {
+  isRetiring_ = true;
+  // When the bus has answered, all that was sent to the name lies in our queue.
+  sd_bus_release_name(environment_.bus, kAgentName);
+  while (sd_bus_process(environment_.bus, nullptr) > 0) {
+  }
 }
 
 void Agent::bubbleAnswered(uint32_t bubble, const std::string& server, const std::string& action,

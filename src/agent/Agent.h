@@ -34,6 +34,9 @@ class Agent final : private BubbleObserver {
   void wake();
   /// The system's time zone may have changed.
   void zoneChanged();
+  /// Gives the name back and keeps what was asked of it until then, for a program that ends: whoever asked is answered.
+  /// Nothing is shown and nothing launched any more. The bus must not have been closed.
+  void retire();
 
  private:
   explicit Agent(const Environment& environment);
@@ -44,6 +47,7 @@ class Agent final : private BubbleObserver {
   void serverAppeared() override { wake(); }
 
   Environment environment_;
+  bool isRetiring_ = false;
   AppLink app_;
   FreedesktopPresenter presenter_;
   std::unique_ptr<Engine> engine_;

@@ -13,8 +13,7 @@ namespace pillora {
 /// wrong types are refused and change nothing.
 ///
 ///     Apply(a(sv) operations) → (as errors)     one turn of a client, applied in order in one transaction; one text
-///     per
-///                                               operation, empty for success. Operations are ("add", request),
+///                                               per operation, empty for success. Operations are ("add", request),
 ///                                               ("remove", as identifiers), ("categories", a category),
 ///                                               ("badge", x count) and ("submit", task)
 ///     GetPendingRequests() → (a request)        in order of their trigger, then identifier

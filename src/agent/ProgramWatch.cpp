@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "agent/ProgramWatch.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/epoll.h>
@@ -25,6 +26,7 @@ ProgramWatch::ProgramWatch(sd_event* loop, std::string program, std::function<bo
     return 0;
   };
   if (sd_event_add_io(loop, &source, folder_->descriptor(), EPOLLIN, happened, this) >= 0) changes_.reset(source);
+  look();  // it may have changed since this process began
 }
 
 void ProgramWatch::lookIn(std::chrono::milliseconds pause) {
@@ -41,10 +43,11 @@ void ProgramWatch::lookIn(std::chrono::milliseconds pause) {
 
 void ProgramWatch::look() {
   std::error_code failure;
-  if (isBusy_()) {
+  if (isBusy_() || asked_) {
     lookIn(pauses_.untilSettled);
   } else if (access(program_.c_str(), F_OK) != 0) {
-    sd_event_exit(loop_, 0);
+    const bool isRemoved = errno == ENOENT || errno == ENOTDIR;
+    isRemoved ? static_cast<void>(sd_event_exit(loop_, 0)) : lookIn(pauses_.untilTriedAgain);
   } else if (!std::filesystem::equivalent("/proc/self/exe", program_, failure)) {
     askForItsVersion();
   }
@@ -57,7 +60,9 @@ void ProgramWatch::askForItsVersion() {
   if (!process) return answered(false);
   sd_event_source* source = nullptr;
   const auto ended = [](sd_event_source*, const siginfo_t* how, void* self) {
-    static_cast<ProgramWatch*>(self)->answered(how->si_code == CLD_EXITED && how->si_status == 0);
+    auto& watch = *static_cast<ProgramWatch*>(self);
+    watch.asked_.reset();
+    watch.answered(how->si_code == CLD_EXITED && how->si_status == 0);
     return 0;
   };
   if (sd_event_add_child(loop_, &source, *process, WEXITED, ended, this) >= 0) asked_.reset(source);

@@ -20,7 +20,7 @@ namespace pillora {
 /// there any more the loop ends with 0.
 class ProgramWatch {
  public:
-  static constexpr int kReplaced = 1;
+  static constexpr int kReplaced = 100;  ///< EXIT_FAILURE is sd-bus's for a bus that is gone
 
   struct Pauses {
     /// Installers take several steps.
@@ -46,7 +46,8 @@ class ProgramWatch {
   std::function<bool()> isBusy_;
   Pauses pauses_;
   std::unique_ptr<FolderWatch> folder_;
-  SourceHandle changes_, timer_, asked_;
+  SourceHandle changes_, timer_;
+  SourceHandle asked_;  ///< while a program is asked for its version
 };
 
 }  // namespace pillora

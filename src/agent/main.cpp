@@ -30,6 +30,7 @@ Result<int> run(const std::string& program) {
     return busError("session bus", attached);
   }
   sd_bus_set_exit_on_disconnect(session, 1);
+  sd_bus_set_close_on_exit(session, 0);  // what lies in its queue is still handled
   sd_event_add_signal(loop, nullptr, SIGTERM, nullptr, nullptr);
   sd_event_add_signal(loop, nullptr, SIGINT, nullptr, nullptr);
 
@@ -48,7 +49,9 @@ Result<int> run(const std::string& program) {
   }
   const ZoneWatch zoneWatch(loop, "/etc", [&agent = **agent] { agent.zoneChanged(); });
   const ProgramWatch programWatch(loop, program, [&launcher] { return launcher.running() > 0; });
-  return sd_event_loop(loop);
+  const int ended = sd_event_loop(loop);
+  (*agent)->retire();
+  return ended;
 }
 
 constexpr std::string_view kHelp = R"(Shows the reminders that Pillora has planned.

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <sys/inotify.h>
 #include <system_error>
@@ -18,8 +19,8 @@ Result<std::unique_ptr<FolderWatch>> FolderWatch::open(const std::string& folder
   const int descriptor = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
   if (descriptor < 0) return failure();
   std::unique_ptr<FolderWatch> watch(new FolderWatch(descriptor));
-  if (inotify_add_watch(descriptor, folder.c_str(), IN_MODIFY | IN_CREATE | IN_MOVED_TO | IN_DELETE) < 0)
-    return failure();
+  const uint32_t changes = IN_MODIFY | IN_CREATE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE;
+  if (inotify_add_watch(descriptor, folder.c_str(), changes) < 0) return failure();
   return watch;
 }
 

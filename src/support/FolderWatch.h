@@ -10,7 +10,7 @@
 
 namespace pillora {
 
-/// Notices that files in a folder were written, made, replaced or deleted, by whichever process. Nothing runs by
+/// Notices that files in a folder were written, made, replaced, moved or deleted, by whichever process. Nothing runs by
 /// itself: an event loop polls descriptor(), which is readable as soon as anything in the folder changed. Not for files
 /// that are written through a memory mapping, which the kernel does not report.
 class FolderWatch {

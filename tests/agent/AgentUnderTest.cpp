@@ -118,7 +118,9 @@ Result<int> run(char** arguments, const std::string& program) {
   if (const int opened = sd_bus_open_user(&session); opened < 0) return busError("no session bus", opened);
   const BusHandle bus(session);
   sd_bus_attach_event(session, loop, SD_EVENT_PRIORITY_NORMAL);
+  sd_event_add_signal(loop, nullptr, SIGTERM, nullptr, nullptr);
   sd_bus_set_exit_on_disconnect(session, 1);
+  sd_bus_set_close_on_exit(session, 0);  // what lies in its queue is still handled
   MovableTime time(now);
   LinkedZone zone(arguments[4]);
   ProcessLauncher launcher(
@@ -133,7 +135,9 @@ Result<int> run(char** arguments, const std::string& program) {
   sd_bus_add_object_vtable(session, nullptr, "/org/pillora/Pillora/AgentUnderTest",
                            "org.pillora.Pillora.AgentUnderTest1", kControls, &controls);
   sd_bus_request_name(session, "org.pillora.Pillora.AgentUnderTest", 0);
-  return sd_event_loop(loop);
+  const int ended = sd_event_loop(loop);
+  (*agent)->retire();
+  return ended;
 }
 
 }  // namespace
@@ -144,7 +148,7 @@ int main(int count, char** arguments) {
   if (count != 7) return 2;
   sigset_t awaited;
   sigemptyset(&awaited);
-  sigaddset(&awaited, SIGCHLD);
+  for (const int signal : {SIGTERM, SIGCHLD}) sigaddset(&awaited, signal);
   sigprocmask(SIG_BLOCK, &awaited, nullptr);
   const std::string program = pillora::ownProgram();
   const auto ended = pillora::run(arguments, program);

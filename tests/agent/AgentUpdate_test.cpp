@@ -3,6 +3,7 @@
 // installers replace it.
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 
@@ -49,6 +50,33 @@ class AgentUpdate : public AgentTest {
   }
   bool runsWhatIsInstalled() const { return fs::equivalent("/proc/" + std::to_string(process) + "/exe", installed()); }
 
+  /// A hundred turns, which lie in its socket: more than it keeps before it notices anything else. What fails of them
+  /// comes into `failures`.
+  Names askWhileItIsStopped() {
+    kill(process, SIGSTOP);
+    Names asked;
+    for (int number = 1000; number < 2000; ++number) {
+      asked.push_back(std::to_string(number));
+      world.client->add(request(asked.back(), "2025-01-10T13:00"), [this](const std::optional<Error>& error) {
+        if (error) failures.push_back(error->description);
+      });
+      if (number % 10 == 9) world.executor.drain();
+    }
+    EXPECT_TRUE(PrivateBus::isOwned(world.client->connection(), kAgentName)) << "the bus has had them all";
+    return asked;
+  }
+  /// The agent's children that have ended and were not waited for.
+  size_t zombies() const {
+    size_t count = 0;
+    std::ifstream children("/proc/" + std::to_string(process) + "/task/" + std::to_string(process) + "/children");
+    for (std::string child, id, name, state; children >> child;) {
+      std::ifstream("/proc/" + child + "/stat") >> id >> name >> state;
+      if (state == "Z") ++count;
+    }
+    return count;
+  }
+
+  Names failures;
   pid_t process = -1;
   std::string first;  ///< the connection before the update
 };
@@ -75,6 +103,52 @@ TEST_F(AgentUpdate, whatIsPlannedRightAfterTheUpdateIsKept) {
   EXPECT_EQ(world.pending(), Names{"A"});
 }
 
+TEST_F(AgentUpdate, whatWasAskedBeforeItChangesPlacesIsKept) {
+  const Names asked = askWhileItIsStopped();
+  update();
+  kill(process, SIGCONT);
+  ASSERT_TRUE(waitForRestart());
+  world.settle();
+  EXPECT_EQ(failures, Names());
+  EXPECT_EQ(world.pending(), asked);
+}
+
+TEST_F(AgentUpdate, whatWasAskedBeforeItIsToldToEndIsKept) {
+  const Names asked = askWhileItIsStopped();
+  kill(process, SIGTERM);
+  kill(process, SIGCONT);
+  EXPECT_EQ(world.agent.wait(), 0);
+  world.settle();
+  EXPECT_EQ(failures, Names());
+  world.startAgent();
+  EXPECT_EQ(world.pending(), asked);
+}
+
+TEST_F(AgentUpdate, nothingFallsDueInAnAgentThatEnds) {
+  world.add("A", "2025-01-10T13:00");
+  kill(process, SIGSTOP);
+  world.beginMove("Pass", at("2025-01-10T13:00:00Z"));
+  world.client->add(request("B", "2025-01-10T14:00"), {});
+  world.executor.drain();
+  ASSERT_TRUE(PrivateBus::isOwned(world.client->connection(), kAgentName));
+  kill(process, SIGTERM);
+  kill(process, SIGCONT);
+  EXPECT_EQ(world.agent.wait(), 0);
+  world.startAgent();
+  ASSERT_TRUE(world.waitForNotified(1));
+  EXPECT_TRUE(world.waitFor([&] { return world.pending() == Names{"B"}; }));
+  EXPECT_EQ(world.server->notified.size(), 1u);
+}
+
+TEST_F(AgentUpdate, aBusThatIsGoneIsNoUpdate) {
+  const std::string asked = file("asked"), run = file("run");
+  updateTo("if [ \"$1\" = --version ]; then : > " + asked + "; exit 1; fi\n: > " + run + "\n");
+  ASSERT_TRUE(world.waitFor([&] { return fs::exists(asked); }));
+  world.bus.stop();
+  EXPECT_EQ(world.agent.wait(), 1);
+  EXPECT_FALSE(fs::exists(run));
+}
+
 TEST_F(AgentUpdate, aBubbleOfBeforeIsAnsweredAfterwards) {
   world.add("A", "2025-01-10T13:00");
   world.pass("2025-01-10T13:00:00Z");
@@ -97,6 +171,16 @@ TEST_F(AgentUpdate, aProgramThatCannotRunYetIsTriedAgain) {
   EXPECT_EQ(world.pending(), Names{"A"});
 }
 
+TEST_F(AgentUpdate, oneThatIsReplacedWhileItIsAskedIsSeenToItsEnd) {
+  const std::string begun = file("first"), second = file("second"), go = file("go");
+  updateTo(": > " + begun + "\nwhile [ ! -e " + go + " ]; do sleep 0.01; done\nexit 1\n");
+  ASSERT_TRUE(world.waitFor([&] { return fs::exists(begun); }));
+  updateTo(": > " + second + "\nexit 1\n");
+  std::ofstream{go};
+  ASSERT_TRUE(world.waitFor([&] { return fs::exists(second); }));
+  EXPECT_TRUE(world.waitFor([&] { return zombies() == 0; }));
+}
+
 TEST_F(AgentUpdate, aBackgroundRunIsSeenToItsEndFirst) {
   const std::string begun = file("begun"), ended = file("ended"), early = file("early"), late = file("late");
   world.taskProgram = file("run");
@@ -117,6 +201,11 @@ TEST_F(AgentUpdate, anAgentWhoseProgramIsRemovedEnds) {
   update();
   world.startAgent();
   EXPECT_EQ(world.pending(), Names{"A"}) << "what was planned stays";
+}
+
+TEST_F(AgentUpdate, anAgentWhoseProgramIsMovedAwayEnds) {
+  fs::rename(installed(), file("elsewhere"));
+  EXPECT_EQ(world.agent.wait(), 0);
 }
 
 TEST_F(AgentUpdate, otherFilesInItsFolderAreNoneOfItsBusiness) {

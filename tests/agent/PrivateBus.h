@@ -45,6 +45,8 @@ class PrivateBus {
   std::string services() const { return folder_.path() + "/services"; }
 
   BusHandle connect() const;
+  /// The bus ends, and with it all connections.
+  void stop() { daemon_.kill(); }
   /// Handles messages on these connections until `happened`; false when that takes longer than ten seconds.
   static bool pumpUntil(const std::vector<sd_bus*>& connections, const std::function<bool()>& happened);
   /// Whether the name has an owner.
