@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <optional>
 #include <string_view>
 
@@ -28,7 +29,8 @@ constexpr double kKdeFontSize = 10;
 std::optional<double> numberIn(std::string_view text) {
   double value = 0;
   const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
-  return failure == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
+  const bool isNumber = failure == std::errc() && end == text.data() + text.size() && std::isfinite(value);
+  return isNumber ? std::optional(value) : std::nullopt;
 }
 
 /// "Cantarell" of "Cantarell 11".
@@ -53,15 +55,12 @@ std::unique_ptr<DesktopSettings> DesktopSettings::open() {
 }
 
 DesktopSettings::DesktopSettings(std::unique_ptr<PolledBus> bus) : bus_(std::move(bus)) {
-  const std::string portal = kPortal;
-  bus_->listen("type='signal',sender='" + portal + "',interface='" + kInterface + "',member='SettingChanged'",
-               [this](sd_bus_message* signal) { takeChange(signal); });
-  bus_->listen("type='signal',sender='org.freedesktop.DBus',member='NameOwnerChanged',arg0='" + portal + "'",
-               [this](sd_bus_message* signal) {
-                 const char* owner = "";
-                 sd_bus_message_read(signal, "sss", nullptr, nullptr, &owner);
-                 if (*owner != '\0') ask();
-               });
+  bus_->listen(
+      "type='signal',sender='" + std::string(kPortal) + "',interface='" + kInterface + "',member='SettingChanged'",
+      [this](sd_bus_message* signal) {
+        if (senderOf(signal) == portal_) takeChange(signal);
+      });
+  bus_->awaitService(kPortal, [this] { ask(); });
   ask();
   bus_->flush();
 }
@@ -84,6 +83,7 @@ void DesktopSettings::takeAll(sd_bus_message* reply) {
   isAnswered_ = true;
   if (sd_bus_message_is_method_error(reply, nullptr) != 0) return;
   if (sd_bus_message_enter_container(reply, 'a', "{sa{sv}}") < 0) return;
+  portal_ = senderOf(reply);
   said_.clear();
   const char *group = nullptr, *name = nullptr;
   while (sd_bus_message_enter_container(reply, 'e', "sa{sv}") > 0) {

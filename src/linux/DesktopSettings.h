@@ -44,6 +44,7 @@ class DesktopSettings {
   void tell();
 
   std::unique_ptr<PolledBus> bus_;
+  std::string portal_;  ///< the connection that answered; its signals alone are believed
   Changed changed_;
   std::map<Key, Value> said_;
   DesktopLook look_;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "linux/Fingerprint.h"
 
-#include <cstring>
 #include <deque>
 #include <string>
 #include <string_view>
@@ -38,10 +37,9 @@ struct Verification {
 /// Anybody on the bus can send us a signal of this name; only the service's own connection is believed.
 int statusArrived(sd_bus_message* signal, void* verification, sd_bus_error*) {
   auto& to = *static_cast<Verification*>(verification);
-  const char* sender = sd_bus_message_get_sender(signal);
   const char* result = nullptr;
   int isDone = 0;
-  if (sender != nullptr && to.owner == sender && sd_bus_message_read(signal, "sb", &result, &isDone) > 0) {
+  if (senderOf(signal) == to.owner && sd_bus_message_read(signal, "sb", &result, &isDone) > 0) {
     to.statuses.push_back({result, isDone != 0});
   }
   return 0;
@@ -49,10 +47,9 @@ int statusArrived(sd_bus_message* signal, void* verification, sd_bus_error*) {
 
 int ownerChanged(sd_bus_message* signal, void* verification, sd_bus_error*) {
   auto& to = *static_cast<Verification*>(verification);
-  const char* sender = sd_bus_message_get_sender(signal);
   const char *name = nullptr, *former = nullptr, *now = nullptr;
-  if (sender != nullptr && std::strcmp(sender, "org.freedesktop.DBus") == 0 &&
-      sd_bus_message_read(signal, "sss", &name, &former, &now) > 0 && to.owner == former) {
+  if (senderOf(signal) == kBusItself && sd_bus_message_read(signal, "sss", &name, &former, &now) > 0 &&
+      to.owner == former) {
     to.isServiceGone = true;
   }
   return 0;
@@ -69,11 +66,8 @@ Result<Reader> findReader(SystemBus& bus, Deadline deadline) {
   const auto found = bus.call(bus.newCall(kService, kManagerPath, kManager, "GetDefaultDevice"), deadline);
   if (!found) return Error{"there is no fingerprint reader: " + found.error().description};
   const char* path = nullptr;
-  const char* owner = sd_bus_message_get_sender(found->get());
-  if (sd_bus_message_read(found->get(), "o", &path) <= 0 || owner == nullptr) {
-    return Error{"the fingerprint reader gave no sense"};
-  }
-  Reader reader = {path, owner};
+  if (sd_bus_message_read(found->get(), "o", &path) <= 0) return Error{"the fingerprint reader gave no sense"};
+  Reader reader = {path, senderOf(found->get())};
   const auto fingers = callDevice(bus, reader, "ListEnrolledFingers", kThisUser, deadline);
   if (!fingers) return Error{"no fingerprint is enrolled: " + fingers.error().description};
   if (sd_bus_message_enter_container(fingers->get(), 'a', "s") < 0 || sd_bus_message_at_end(fingers->get(), 0) != 0) {

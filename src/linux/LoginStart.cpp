@@ -32,15 +32,18 @@ bool isThere(const fs::path& path) {
   return fs::exists(fs::symlink_status(path, failure));
 }
 
-bool isUnitWanted(const std::string& root) {
+enum class Unit { unwanted, wanted, masked };
+
+Unit stateOfUnit(const std::string& root) {
   const auto folders =
       foldersOf("systemd/user", root, {"/etc/systemd/user", "/usr/local/lib/systemd/user", "/usr/lib/systemd/user"});
   const auto unit = std::ranges::find_if(folders, [](const fs::path& folder) { return isThere(folder / kUnit); });
+  if (unit == folders.end()) return Unit::unwanted;
   std::error_code failure;
-  // A masked unit is a link to nothing.
-  if (unit == folders.end() || fs::read_symlink(*unit / kUnit, failure) == "/dev/null") return false;
-  return std::ranges::any_of(
+  if (fs::read_symlink(*unit / kUnit, failure) == "/dev/null") return Unit::masked;
+  const bool isWanted = std::ranges::any_of(
       folders, [](const fs::path& folder) { return isThere(folder / "graphical-session.target.wants" / kUnit); });
+  return isWanted ? Unit::wanted : Unit::unwanted;
 }
 
 bool isInAutostart(const std::string& root) {
@@ -57,6 +60,9 @@ bool isInAutostart(const std::string& root) {
 
 }  // namespace
 
-bool agentStartsAtLogin(const std::string& root) { return isUnitWanted(root) || isInAutostart(root); }
+bool agentStartsAtLogin(const std::string& root) {
+  const Unit unit = stateOfUnit(root);
+  return unit != Unit::masked && (unit == Unit::wanted || isInAutostart(root));
+}
 
 }  // namespace pillora

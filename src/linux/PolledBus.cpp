@@ -48,12 +48,6 @@ void PolledBus::processUntil(const std::function<bool()>& happened, Deadline dea
   }
 }
 
-BusMessage PolledBus::newCall(const char* service, const char* path, const char* interface, const char* member) const {
-  sd_bus_message* message = nullptr;
-  sd_bus_message_new_method_call(bus_.get(), &message, service, path, interface, member);
-  return BusMessage(message);
-}
-
 void PolledBus::call(const BusMessage& call, Heard answered) {
   auto heard = std::make_unique<Heard>(std::move(answered));
   sd_bus_slot* slot = nullptr;
@@ -69,6 +63,15 @@ void PolledBus::listen(const std::string& rule, Heard heard) {
   const auto installed = [](sd_bus_message*, void*, sd_bus_error*) { return 0; };
   if (sd_bus_add_match_async(bus_.get(), &slot, rule.c_str(), &deliver, installed, kept.get()) < 0) return;
   leaveToBus(slot, std::move(kept));
+}
+
+void PolledBus::awaitService(const std::string& service, std::function<void()> appeared) {
+  listen("type='signal',sender='" + std::string(kBusItself) + "',member='NameOwnerChanged',arg0='" + service + "'",
+         [appeared = std::move(appeared)](sd_bus_message* signal) {
+           const char* owner = "";
+           if (senderOf(signal) != kBusItself) return;
+           if (sd_bus_message_read(signal, "sss", nullptr, nullptr, &owner) > 0 && *owner != '\0') appeared();
+         });
 }
 
 }  // namespace pillora

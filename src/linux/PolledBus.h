@@ -28,11 +28,15 @@ class PolledBus {
   /// Handles what arrives until something has happened or the time is over, for the same program.
   void processUntil(const std::function<bool()>& happened, Deadline deadline);
 
-  BusMessage newCall(const char* service, const char* path, const char* interface, const char* member) const;
+  BusMessage newCall(const char* service, const char* path, const char* interface, const char* member) const {
+    return pillora::newCall(bus_.get(), service, path, interface, member);
+  }
   /// `answered` gets the reply, which may be an error; not when the connection goes before it comes.
   void call(const BusMessage& call, Heard answered);
-  /// `heard` gets every message that the rule matches, in the bus's own notation.
+  /// `heard` gets every message that the rule matches, in the bus's own notation, whoever sent it: see senderOf().
   void listen(const std::string& rule, Heard heard);
+  /// Calls `appeared` whenever the service comes up from now on.
+  void awaitService(const std::string& service, std::function<void()> appeared);
 
  private:
   explicit PolledBus(sd_bus* bus) : bus_(bus) {}

@@ -49,6 +49,10 @@ std::unique_ptr<SessionLock> SessionLock::open(std::function<void(bool)> changed
 
 SessionLock::SessionLock(std::unique_ptr<PolledBus> bus, std::function<void(bool)> changed)
     : bus_(std::move(bus)), changed_(std::move(changed)) {
+  bus_->listen("type='signal',sender='" + std::string(kService) + "',interface='" + kProperties +
+                   "',member='PropertiesChanged',arg0='" + kSessionInterface + "'",
+               [this](sd_bus_message* signal) { takeChange(signal); });
+  bus_->awaitService(kService, [this] { findSession(0); });
   findSession(0);
 }
 
@@ -59,27 +63,30 @@ void SessionLock::findSession(size_t way) {
     const char* session = nullptr;
     const bool isFound =
         sd_bus_message_is_method_error(reply, nullptr) == 0 && sd_bus_message_read(reply, "o", &session) > 0;
-    isFound ? follow(session) : findSession(way + 1);
+    if (!isFound) return findSession(way + 1);
+    session_ = session;
+    logind_ = senderOf(reply);
+    askForHint();
   });
 }
 
-void SessionLock::follow(const std::string& session) {
-  bus_->listen("type='signal',sender='" + std::string(kService) + "',path='" + session + "',interface='" + kProperties +
-                   "',member='PropertiesChanged',arg0='" + kSessionInterface + "'",
-               [this](sd_bus_message* signal) {
-                 const char* name = nullptr;
-                 sd_bus_message_skip(signal, "s");
-                 sd_bus_message_enter_container(signal, 'a', "{sv}");
-                 while (sd_bus_message_enter_container(signal, 'e', "sv") > 0) {
-                   int isLocked = 0;
-                   sd_bus_message_read(signal, "s", &name);
-                   const bool isHint = std::string_view(name) == "LockedHint";
-                   if (isHint && sd_bus_message_read(signal, "v", "b", &isLocked) > 0) return take(isLocked != 0);
-                   sd_bus_message_skip(signal, "v");
-                   sd_bus_message_exit_container(signal);
-                 }
-               });
-  const BusMessage call = bus_->newCall(kService, session.c_str(), kProperties, "Get");
+void SessionLock::takeChange(sd_bus_message* signal) {
+  if (senderOf(signal) != logind_ || sd_bus_message_get_path(signal) != session_) return;
+  const char* name = nullptr;
+  sd_bus_message_skip(signal, "s");
+  sd_bus_message_enter_container(signal, 'a', "{sv}");
+  while (sd_bus_message_enter_container(signal, 'e', "sv") > 0) {
+    int isLocked = 0;
+    sd_bus_message_read(signal, "s", &name);
+    const bool isHint = std::string_view(name) == "LockedHint";
+    if (isHint && sd_bus_message_read(signal, "v", "b", &isLocked) > 0) return take(isLocked != 0);
+    sd_bus_message_skip(signal, "v");
+    sd_bus_message_exit_container(signal);
+  }
+}
+
+void SessionLock::askForHint() {
+  const BusMessage call = bus_->newCall(kService, session_.c_str(), kProperties, "Get");
   sd_bus_message_append(call.get(), "ss", kSessionInterface, "LockedHint");
   bus_->call(call, [this](sd_bus_message* reply) {
     int isLocked = 0;

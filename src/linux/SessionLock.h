@@ -10,7 +10,7 @@
 namespace pillora {
 
 /// Whether the screen of the person's session is locked, as logind is told by whoever locks it (LockedHint). Where
-/// there is no logind, or no session, nothing is ever told.
+/// there is no logind, or no session, nothing is ever told. One that is started anew is asked again.
 class SessionLock {
  public:
   /// `changed` is called from the connection's process(): first when the session turns out to be locked already, then
@@ -22,10 +22,13 @@ class SessionLock {
  private:
   SessionLock(std::unique_ptr<PolledBus> bus, std::function<void(bool)> changed);
   void findSession(size_t way);
-  void follow(const std::string& session);
+  void askForHint();
+  void takeChange(sd_bus_message* signal);
   void take(bool isLocked);
 
   std::unique_ptr<PolledBus> bus_;
+  std::string logind_;   ///< the connection that answered; its signals alone are believed
+  std::string session_;  ///< the path of ours; empty while it is not found
   std::function<void(bool)> changed_;
   bool isLocked_ = false;
 };

@@ -19,16 +19,21 @@ int keepReply(sd_bus_message* reply, void* kept, sd_bus_error*) {
 
 }  // namespace
 
+BusMessage newCall(sd_bus* bus, const char* service, const char* path, const char* interface, const char* member) {
+  sd_bus_message* message = nullptr;
+  sd_bus_message_new_method_call(bus, &message, service, path, interface, member);
+  return BusMessage(message);
+}
+
+std::string senderOf(sd_bus_message* message) {
+  const char* sender = sd_bus_message_get_sender(message);
+  return sender != nullptr ? sender : "";
+}
+
 Result<std::unique_ptr<SystemBus>> SystemBus::open(int cancelled) {
   sd_bus* bus = nullptr;
   if (const int opened = sd_bus_open_system(&bus); opened < 0) return systemError("no system bus", opened);
   return std::unique_ptr<SystemBus>(new SystemBus(bus, cancelled));
-}
-
-BusMessage SystemBus::newCall(const char* service, const char* path, const char* interface, const char* member) const {
-  sd_bus_message* message = nullptr;
-  sd_bus_message_new_method_call(bus_.get(), &message, service, path, interface, member);
-  return BusMessage(message);
 }
 
 Result<BusMessage> SystemBus::call(const BusMessage& message, Deadline deadline) {

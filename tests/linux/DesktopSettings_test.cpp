@@ -163,6 +163,8 @@ TEST_F(DesktopSettingsTest, whatHasAnotherTypeIsPassedOver) {
                   {"org.gnome.desktop.interface", "font-name", 'd', 11},
                   {"org.kde.kdeglobals.General", "font", 's', 0, ",,,"}}),
             DesktopLook{.isDark = true});
+  EXPECT_EQ(read({{shared, "color-scheme", 'u', 1}, {"org.kde.kdeglobals.General", "font", 's', 0, "Inter,nan"}}),
+            (DesktopLook{.isDark = true, .font = "Inter"}));
 }
 
 TEST_F(DesktopSettingsTest, aChangeIsFollowed) {
@@ -175,6 +177,19 @@ TEST_F(DesktopSettingsTest, aChangeIsFollowed) {
   ASSERT_TRUE(waitFor([&] { return looks.size() == 3; }));
   EXPECT_EQ(looks[2], DesktopLook{.textScale = 2});
   EXPECT_EQ(portal.count("ReadAll"), 1);
+}
+
+TEST_F(DesktopSettingsTest, aStrangersChangeIsNotBelieved) {
+  read({{"org.freedesktop.appearance", "color-scheme", 'u', 1}});
+  sd_bus_message* message = nullptr;
+  sd_bus_message_new_signal(other.get(), &message, kPath, kInterface, "SettingChanged");
+  const BusMessage signal(message);
+  sd_bus_message_append(message, "ssv", "org.freedesktop.appearance", "color-scheme", "u", 0);
+  ASSERT_GE(sd_bus_send_to(other.get(), message, portal.caller.c_str(), nullptr), 0);
+  ASSERT_TRUE(PrivateBus::isOwned(other.get(), "org.freedesktop.portal.Desktop")) << "it is on its way";
+  portal.change({"org.gnome.desktop.interface", "text-scaling-factor", 'd', 2});
+  ASSERT_TRUE(waitFor([&] { return looks.size() == 2; }));
+  EXPECT_EQ(looks[1], (DesktopLook{.isDark = true, .textScale = 2}));
 }
 
 TEST_F(DesktopSettingsTest, aPortalThatStartsLaterIsAsked) {

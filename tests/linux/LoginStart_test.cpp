@@ -57,6 +57,8 @@ TEST_F(LoginStart, notWhereThePersonMaskedTheUnit) {
   installUnit("/usr/lib/systemd/user");
   link("/me/.config/systemd/user/pillora-agent.service", "/dev/null");
   EXPECT_FALSE(starts());
+  write("/etc/xdg/autostart/org.pillora.Pillora.Agent.desktop", "[Desktop Entry]\n");
+  EXPECT_FALSE(starts()) << "the entry is for systems without systemd";
 }
 
 TEST_F(LoginStart, whereTheAutostartHasItsEntry) {

@@ -90,6 +90,14 @@ class SessionLockTest : public ::testing::Test {
       return happened();
     });
   }
+  /// Until what signals sent so far would have brought is there.
+  bool waitForAnswer() {
+    bool isAnswered = false;
+    PolledBus& connection = session->connection();
+    connection.call(connection.newCall("org.freedesktop.login1", kOurs, "org.freedesktop.DBus.Peer", "Ping"),
+                    [&](sd_bus_message*) { isAnswered = true; });
+    return waitFor([&] { return isAnswered; });
+  }
   bool waitForTold(std::vector<bool> expected) {
     return waitFor([&] { return told == expected; });
   }
@@ -142,16 +150,44 @@ TEST_F(SessionLockTest, theSessionIsFoundInEveryWayThereIs) {
                                                     "GetSession:c2"}));
 }
 
+TEST_F(SessionLockTest, aStrangersSignalIsNotBelieved) {
+  logind.isOursLocked = 1;
+  open();
+  ASSERT_TRUE(waitForTold({true}));
+  const BusHandle stranger = bus.connect();
+  sd_bus_message* message = nullptr;
+  sd_bus_message_new_signal(stranger.get(), &message, kOurs, "org.freedesktop.DBus.Properties", "PropertiesChanged");
+  const MessageHandle signal(message);
+  sd_bus_message_append(message, "sa{sv}as", kSessionInterface, 1, "LockedHint", "b", 0, 0);
+  ASSERT_GE(sd_bus_send_to(stranger.get(), message, logind.caller.c_str(), nullptr), 0);
+  ASSERT_TRUE(PrivateBus::isOwned(stranger.get(), "org.freedesktop.login1")) << "it is on its way";
+  ASSERT_TRUE(waitForAnswer());
+  EXPECT_EQ(told, std::vector<bool>{true});
+}
+
+TEST_F(SessionLockTest, oneThatIsStartedAnewIsAskedAgain) {
+  logind.isOursLocked = 1;
+  open();
+  ASSERT_TRUE(waitForTold({true}));
+  logind.vanish();
+  Logind next{bus.connect().release()};
+  const auto waitForNext = [&](const std::vector<bool>& expected) {
+    return PrivateBus::pumpUntil({next.bus()}, [&] {
+      session->connection().process();
+      return told == expected;
+    });
+  };
+  EXPECT_TRUE(waitForNext({true, false}));
+  next.lock(true);
+  EXPECT_TRUE(waitForNext({true, false, true}));
+}
+
 TEST_F(SessionLockTest, whoIsInNoSessionIsToldNothing) {
   logind.knownAs = "another";
   open();
   EXPECT_TRUE(waitFor([&] { return logind.count("GetSession:c2") == 1; }));
   logind.lock(true);
-  bool isAnswered = false;  // after what a signal would have brought
-  PolledBus& connection = session->connection();
-  connection.call(connection.newCall("org.freedesktop.login1", kOurs, "org.freedesktop.DBus.Peer", "Ping"),
-                  [&](sd_bus_message*) { isAnswered = true; });
-  ASSERT_TRUE(waitFor([&] { return isAnswered; }));
+  ASSERT_TRUE(waitForAnswer());
   EXPECT_TRUE(told.empty());
 }
 

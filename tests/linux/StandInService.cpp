@@ -25,6 +25,7 @@ void StandInService::appear(const char* path, const char* interface, const sd_bu
 
 bool StandInService::isToBeDone(sd_bus_message* call, const std::string& noted) {
   calls.push_back(noted);
+  caller = senderOf(call);
   if (isHung) return false;
   const auto refusal = refusals.find(sd_bus_message_get_member(call));
   if (refusal == refusals.end()) return true;

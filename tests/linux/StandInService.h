@@ -18,6 +18,7 @@ class StandInService {
   std::map<std::string, std::string> refusals;
   bool isHung = false;             ///< takes calls and answers none
   std::vector<std::string> calls;  ///< "Claim", with text arguments "Claim:finger"
+  std::string caller;              ///< the connection that called last
 
   sd_bus* bus() const { return bus_.get(); }
   /// As when the service has crashed.
