@@ -26,6 +26,7 @@ MedicineListContent MedicineListView::content() const {
   content.title = texts.text("Medicines");
   content.toolbar = {{"addMedicine", texts.text("Add Medicine"), "plus.circle.fill"}};
   content.searchPrompt = texts.text("Search medicines");
+  content.searchText = searchText;
   content.clearSearch = texts.text("Clear Search");
   if (medicines_.records().empty()) {
     content.empty = Panel{"pills", texts.text("No Medicines Added"),

@@ -54,6 +54,7 @@ struct MedicineListContent {
   std::string title;
   std::vector<ActionItem> toolbar;  ///< "addMedicine"
   std::string searchPrompt;
+  std::string searchText;  ///< what is searched for now
   std::string clearSearch;
   std::vector<MedicineSection> sections;  ///< without those that have no rows
   std::optional<Panel> empty;             ///< the store holds no medicine; not for a search without matches
@@ -62,9 +63,9 @@ struct MedicineListContent {
   static constexpr auto fields() {
     using List = MedicineListContent;
     return std::tuple(field("title", &List::title), field("toolbar", &List::toolbar),
-                      field("searchPrompt", &List::searchPrompt), field("clearSearch", &List::clearSearch),
-                      field("sections", &List::sections), field("empty", &List::empty),
-                      field("emptyAction", &List::emptyAction));
+                      field("searchPrompt", &List::searchPrompt), field("searchText", &List::searchText),
+                      field("clearSearch", &List::clearSearch), field("sections", &List::sections),
+                      field("empty", &List::empty), field("emptyAction", &List::emptyAction));
   }
 };
 

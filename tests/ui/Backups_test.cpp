@@ -134,6 +134,49 @@ TEST_F(Backups, theLastOneThatIsDeletedByKeyLeavesTheSheetEmpty) {
   EXPECT_TRUE(shows("No Backups") && shows("Create a backup to see it here."));
 }
 
+TEST_F(Backups, aFingerThatRestsOnRestoreOpensTheMenuAndRestoresNothing) {
+  openSettings();
+  makeBackup();
+  openRestoreSheet();
+  touchLong("Restore");
+  finishBackground();
+  EXPECT_FALSE(shows("Restore Complete"));
+  tap("Delete");
+  finishBackground();
+  EXPECT_TRUE(files_.files.empty());
+}
+
+TEST_F(Backups, nothingIsDeletedWhileABackupIsRestored) {
+  openSettings();
+  makeBackup();
+  openRestoreSheet();
+  swipeText("Jan 10, 2025, 9:00 AM", kPartly);
+  ASSERT_TRUE(has("Delete"));
+  tap("Restore");
+  ASSERT_TRUE(shows("Restoring backup..."));
+  EXPECT_FALSE(has("Delete"));
+  swipeText("Jan 10, 2025, 9:00 AM", kPartly);
+  EXPECT_FALSE(has("Delete"));
+  key(Qt::Key_Delete);
+  key(Qt::Key_Menu);
+  EXPECT_FALSE(has("Delete"));
+  finishBackground();
+  EXPECT_TRUE(shows("Restore Complete"));
+  EXPECT_EQ(files_.files.size(), 1U);
+}
+
+TEST_F(Backups, aMessageGivesTheFocusBackToWhatWasPressed) {
+  openSettings();
+  ASSERT_TRUE(tabTo("Create Backup"));
+  key(Qt::Key_Return);
+  ASSERT_TRUE(tabTo("Create Local Backup"));
+  key(Qt::Key_Return);
+  finishBackground();
+  ASSERT_TRUE(shows("Backup Created"));
+  key(Qt::Key_Return);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return control("Create Backup") && control("Create Backup")->hasActiveFocus(); }));
+}
+
 TEST_F(Backups, theSheetOfRestoringIsLeftByItsButtonAndByEscape) {
   openSettings();
   for (const bool byKey : {true, false}) {

@@ -139,6 +139,19 @@ TEST_F(Controls, aFieldTellsWhatIsTypedAndFollowsItsContent) {
   EXPECT_EQ(told(), "Aspi");
 }
 
+TEST_F(Controls, whatIsTypedStaysUntilTheContentIsAnother) {
+  showControls("TextField { objectName: 'f'; name: 'Name'; shown: 'Asp' }");
+  click(find("f"));
+  press(Qt::Key_End);
+  press(Qt::Key_I);
+  EXPECT_EQ(find("f")->property("text"), "Aspi");
+  for (const char* shown : {"Aspi", "Zinc", "Asp"}) {
+    find("f")->setProperty("shown", shown);
+    settle();
+    EXPECT_EQ(find("f")->property("text"), shown);
+  }
+}
+
 TEST_F(Controls, aFieldShowsMarkupAsItStands) {
   showControls("TextField { objectName: 'f'; name: '<b>Name</b>'; shown: '<i>x</i>' }");
   EXPECT_EQ(find("f")->property("text"), "<i>x</i>");
@@ -241,7 +254,7 @@ TEST_F(Controls, aCellIsTouchedUpToHalfTheGapAroundIt) {
 }
 
 const char* const kSwipe =
-    "SwipeRow { objectName: 's'; width: 328; removeTitle: 'Delete'; onRemoved: log.add('gone')\n"
+    "SwipeRow { objectName: 's'; width: 328; subject: 'Aspirin'; removeTitle: 'Delete'; onRemoved: log.add('gone')\n"
     " LinkRow { text: 'Aspirin'; onClicked: log.add('opened') } }";
 
 void drag(QQuickView& view, QPoint from, int by) {

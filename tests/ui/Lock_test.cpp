@@ -93,6 +93,20 @@ TEST_F(Lock, itLiesOverASheetWhichIsThereAgainAsItWas) {
   EXPECT_EQ(medicines().size(), 2U);
 }
 
+TEST_F(Lock, whatIsSearchedForStandsInItsFieldAfterwards) {
+  openUnlocked();
+  add("Zinc", {{8, 0}});
+  key(Qt::Key_3, Qt::ControlModifier);
+  tap("Search medicines");
+  type("zi");
+  leaveAndComeBack();
+  answer(true);
+  EXPECT_EQ(textIn("Search medicines"), "zi");
+  EXPECT_TRUE(has("Zinc") && !has("Aspirin"));
+  tap("Clear Search");
+  EXPECT_TRUE(has("Aspirin"));
+}
+
 TEST_F(Lock, itLiesOverTheMonthOfASheet) {
   openUnlocked();
   key(Qt::Key_N, Qt::ControlModifier);

@@ -136,5 +136,18 @@ TEST_F(SettingsScreen, whatIsChosenHereIsSeenElsewhere) {
   EXPECT_NE(shows("20:00"), shows("8:00 PM"));
 }
 
+TEST_F(SettingsScreen, aSwitchHalfUnderTheTabBarIsSwitchedWhereItCanBeSeen) {
+  openSettings();
+  QQuickItem* const row = seek("text", "Use 24-Hour Time", "ToggleRow");
+  ASSERT_NE(row, nullptr);
+  constexpr int kStrip = 14, kTabBar = 62;
+  const QPoint place = row->mapToScene({40, kStrip / 2.0}).toPoint();
+  window_->resize(360, static_cast<int>(row->mapToScene({0, 0}).y()) + kStrip + kTabBar);
+  settleAll();
+  QTest::mouseClick(window_.get(), Qt::LeftButton, {}, place);
+  settleAll();
+  EXPECT_TRUE(settings()->use24HourTime());
+}
+
 }  // namespace
 }  // namespace pillora

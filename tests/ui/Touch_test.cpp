@@ -83,7 +83,7 @@ TEST_F(Touch, aRowSwipedAsideIsNotOpenedAndItsButtonDeletes) {
   const size_t before = context().fetch<Medicine>()->size();
   const QPoint row = place("Metformin");
   const auto remover = [&] {
-    return seek([](QQuickItem* item) { return item->property("text") == "Delete" && item->width() > 80; });
+    return seek([](QQuickItem* item) { return item->property("text") == "Delete, Metformin" && item->width() > 80; });
   };
   drag(row, {-120, 0}, [&] { return remover() != nullptr; });
   EXPECT_FALSE(app_->detail()->isOpen());

@@ -9,13 +9,13 @@ FocusScope {
     required property MedicineDetailModel model
     required property string backName
     readonly property var detail: model.content
-    readonly property real away: Theme.mirrored ? -width : width
+    property real away: model.isOpen ? 0 : 1  // how far it has slid out, 1 for wholly
 
-    x: model.isOpen ? 0 : away
-    visible: x !== away
+    x: away * (Theme.mirrored ? -width : width)
+    visible: away < 1
     focus: model.isOpen
 
-    Behavior on x {
+    Behavior on away {
         NumberAnimation { duration: Theme.calm; easing.type: Easing.OutCubic }
     }
 

@@ -14,7 +14,7 @@ FocusScope {
     TabPage {
         anchors.fill: parent
         focus: !details.visible
-        enabled: !details.visible
+        visible: details.away > 0
         title: screen.list.title
         toolbar: screen.list.toolbar
         onTriggered: screen.app.addMedicine.open()
@@ -22,7 +22,7 @@ FocusScope {
         ScrollArea {
             anchors.fill: parent
             visible: screen.list.empty === null
-            focus: visible
+            focus: screen.list.empty === null
 
             SearchField {
                 id: search
@@ -30,10 +30,11 @@ FocusScope {
                 width: parent.width
                 name: screen.list.searchPrompt
                 clearName: screen.list.clearSearch
+                shown: screen.list.searchText
                 onEdited: text => screen.model.search(text)
 
                 Shortcut {
-                    enabled: screen.enabled && !details.visible
+                    enabled: screen.enabled && screen.list.empty === null && !details.visible
                     sequence: "Ctrl+F"
                     onActivated: search.forceActiveFocus(Qt.ShortcutFocusReason)
                 }
@@ -69,6 +70,12 @@ FocusScope {
             actionSymbol: screen.list.emptyAction?.symbol ?? ""
             onTriggered: screen.app.addMedicine.open()
         }
+    }
+    // While the details slide in or out a press would reach what they are about to cover.
+    MouseArea {
+        anchors.fill: parent
+        visible: details.visible
+        hoverEnabled: true
     }
     MedicineDetailView {
         id: details

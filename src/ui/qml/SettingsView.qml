@@ -10,6 +10,10 @@ TabPage {
     required property SettingsModel model
     readonly property var settings: model.content
 
+    // One after the other.
+    readonly property var alerts: settings.alerts
+    readonly property var alert: alerts.count > 0 ? alerts.data(alerts.index(0, 0), Qt.UserRole) : null
+
     title: settings.title
 
     ScrollArea {
@@ -37,21 +41,11 @@ TabPage {
         model: screen.model
         sheet: screen.settings.restoreSheet
     }
-    Repeater {
-        model: screen.settings.alerts
-
-        Item {
-            id: slot
-
-            required property var row
-
-            AlertDialog {
-                shown: true
-                title: slot.row.title
-                message: slot.row.message
-                confirm: slot.row.button
-                onConfirmed: screen.model.dismissAlert(slot.row.id)
-            }
-        }
+    AlertDialog {
+        shown: screen.alert !== null
+        title: screen.alert?.title ?? ""
+        message: screen.alert?.message ?? ""
+        confirm: screen.alert?.button ?? ""
+        onConfirmed: screen.model.dismissAlert(screen.alert.id)
     }
 }

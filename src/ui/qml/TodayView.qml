@@ -22,7 +22,7 @@ TabPage {
 
         anchors.fill: parent
         visible: screen.today.empty === null
-        focus: visible
+        focus: screen.today.empty === null
         model: screen.today.activity
 
         // qmllint disable unqualified

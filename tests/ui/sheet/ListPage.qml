@@ -46,6 +46,7 @@ Page {
 
         SwipeRow {
             width: parent.width
+            subject: "Aspirin"
             removeTitle: "Delete"
             open: true
 
@@ -53,6 +54,7 @@ Page {
         }
         SwipeRow {
             width: parent.width
+            subject: "Vitamin D"
             removeTitle: "Delete"
 
             LinkRow { width: parent.width; text: "Vitamin D"; detail: "5 drops"; value: "in 2 hr."; separated: true }

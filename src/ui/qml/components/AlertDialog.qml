@@ -14,8 +14,9 @@ ModalCard {
     signal cancelled
     signal confirmed
 
-    // The words it opened with, which its content has no more while it goes.
-    property var words: ({ title: "", message: "", cancel: "", confirm: "" })
+    readonly property var given: ({ title: title, message: message, cancel: cancel, confirm: confirm })
+    // The words that it had last, which its content has no more while it goes.
+    property var words: given
     readonly property bool sideBySide: noButton.visible && noButton.implicitWidth <= 124 && yesButton.implicitWidth <= 124
 
     width: Math.min(312, roomWide - 48)
@@ -26,7 +27,8 @@ ModalCard {
     description: words.message
     asksOutside: false
     onDismissed: noButton.visible ? cancelled() : confirmed()
-    onAboutToShow: words = { title: title, message: message, cancel: cancel, confirm: confirm }
+    onGivenChanged: if (title !== "")
+        words = given
     onOpened: (noButton.visible ? noButton : yesButton).forceActiveFocus(Qt.TabFocusReason)
 
     Label {

@@ -10,6 +10,8 @@ SwipeRow {
     signal restored
 
     width: parent ? parent.width : implicitWidth
+    subject: row.title
+    removable: row.isEnabled
     removeTitle: row.remove.title
     removeSymbol: row.remove.symbol
 
@@ -24,7 +26,9 @@ SwipeRow {
             symbol: control.row.restore.symbol
             tone: control.row.color
             text: control.row.restore.title + ", " + control.row.title
+            longest: control.patience
             onClicked: control.restored()
+            onHeld: control.openMenu()
         }
     }
 }

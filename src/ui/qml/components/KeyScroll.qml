@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-// What the keyboard does to a page or a list that scrolls: what gets the focus comes into sight, and keys that nothing
-// inside wants scroll it.
+// What the keyboard does to a page or a list that scrolls: what it gives the focus to comes into sight, and keys that
+// nothing inside wants scroll it. What is pressed stays under the finger.
 Connections {
     id: aid
 
@@ -39,7 +39,7 @@ Connections {
     target: area?.Window.window ?? null
     function onActiveFocusItemChanged() {
         const item = area?.Window.window?.activeFocusItem
-        if (item?.activeFocusOnTab)
+        if (item?.activeFocusOnTab && (item.visualFocus ?? true))
             reveal(item)
     }
 }

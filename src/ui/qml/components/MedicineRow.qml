@@ -15,6 +15,7 @@ SwipeRow {
     signal opened
 
     width: parent ? parent.width : implicitWidth
+    subject: row.name
     removeTitle: row.remove.title
     removeSymbol: row.remove.symbol
 

@@ -24,10 +24,16 @@ T.Popup {
     property Item before: null
     property bool beforeShown: false
 
-    // Later in the turn, when everything else that the content decides has its value as well. The qmllint of Qt 6.4
-    // takes callLater for no function.
+    // It opens later in the turn, when everything else that the content decides has its value as well, and what makes
+    // room for it has given the focus back. The qmllint of Qt 6.4 takes callLater for no function.
     function follow() {
         shown && place ? open() : close()
+    }
+    function giveBack() {
+        // Something else may have opened meanwhile, and has the focus.
+        const layer = layerOf(parent?.Window.window?.activeFocusItem ?? null)
+        if (layer === null || layer === layerOf(before))
+            before?.forceActiveFocus(beforeShown ? Qt.TabFocusReason : Qt.PopupFocusReason)
     }
 
     // What of the overlay this item lies in; null where it lies in the window itself.
@@ -44,7 +50,7 @@ T.Popup {
     padding: 0
     closePolicy: asksOutside ? T.Popup.CloseOnReleaseOutside : T.Popup.NoAutoClose
 
-    onShownChanged: Qt.callLater(follow)  // qmllint disable type
+    onShownChanged: shown ? Qt.callLater(follow) : follow()  // qmllint disable type
     onPlaceChanged: Qt.callLater(follow)  // qmllint disable type
     Component.onCompleted: Qt.callLater(follow)  // qmllint disable type
     onAboutToShow: {
@@ -62,11 +68,9 @@ T.Popup {
         else
             item.forceActiveFocus(Qt.TabFocusReason)
     }
+    onAboutToHide: giveBack()
     onClosed: {
-        // Something else may have opened meanwhile, and has the focus.
-        const layer = layerOf(parent?.Window.window?.activeFocusItem ?? null)
-        if (layer === null || layer === layerOf(before))
-            before?.forceActiveFocus(beforeShown ? Qt.TabFocusReason : Qt.PopupFocusReason)
+        giveBack()
         if (!shown)
             return
         // By a press outside, which the content is asked to follow; else it is open again.

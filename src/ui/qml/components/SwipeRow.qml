@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-// A row that can be taken away: swiped aside it uncovers a red button; the Delete key, a long press and the menu key
-// reach the same without a swipe.
+// A row that can be taken away, as long as `removable` says so: swiped aside it uncovers a red button; the Delete key, a
+// long press and the menu key reach the same without a swipe. `subject` is what a screen reader calls it.
 FocusScope {
     id: swipe
 
+    required property string subject
     required property string removeTitle
     property string removeSymbol: "trash"
     default property alias content: cover.data
     readonly property real reach: 92
     readonly property real patience: 0.8  // a press that lasts longer opens the menu
     readonly property int side: Theme.mirrored ? 1 : -1
+    property bool removable: true
     property bool open: false
     signal removed
 
@@ -20,10 +22,18 @@ FocusScope {
     clip: true
 
     function openMenu() {
-        menu.open()
+        if (removable)
+            menu.open()
+    }
+    function remove() {
+        if (removable)
+            removed()
     }
 
-    Keys.onDeletePressed: removed()
+    onRemovableChanged: if (!removable)
+        open = false
+
+    Keys.onDeletePressed: remove()
     Keys.onMenuPressed: openMenu()
     Keys.onEscapePressed: event => {
         event.accepted = open
@@ -37,11 +47,11 @@ FocusScope {
         width: Math.abs(cover.x)
         height: parent.height
         visible: cover.x !== 0
-        text: swipe.removeTitle
+        text: swipe.removeTitle + ", " + swipe.subject
         focusGap: -6
         onClicked: {
             swipe.open = false
-            swipe.removed()
+            swipe.remove()
         }
 
         Rectangle {
@@ -103,6 +113,7 @@ FocusScope {
 
         property real start: 0
 
+        enabled: swipe.removable
         target: null
         yAxis.enabled: false
         onActiveChanged: {
@@ -135,6 +146,6 @@ FocusScope {
         atEnd: true
         name: swipe.removeTitle
         items: [{ id: "remove", title: swipe.removeTitle, symbol: swipe.removeSymbol, isDestructive: true }]
-        onPicked: swipe.removed()
+        onPicked: swipe.remove()
     }
 }

@@ -3,8 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 
-// A line of text. `shown` is the content's text; what the person types is told by edited() and not written anywhere
-// here. While it is being typed the field keeps it, whatever the content makes of it meanwhile.
+// A line of text. `shown` is the content's text; what the person types is told by edited() and stays until that text
+// becomes another.
 T.TextField {
     id: control
 
@@ -37,8 +37,6 @@ T.TextField {
     opacity: enabled ? 1 : Theme.disabledOpacity
 
     onTextEdited: edited(text)
-    onShownChanged: if (text !== shown)
-        text = shown
 
     Accessible.role: Accessible.EditableText
     Accessible.name: name
