@@ -14,7 +14,7 @@
 namespace pillora {
 namespace {
 
-constexpr double kPartOfRow = 0.45;    ///< that a drum is turned too far, and comes to rest at the nearest row
+constexpr double kPartOfRow = 0.1;     ///< that a drum is turned too far, and comes to rest at the nearest row
 constexpr int kSteps = 10;             ///< of a movement
 constexpr int kStepTime = 16;          ///< milliseconds
 constexpr double kStartOfDrag = 14;    ///< is taken for the wish to drag and moves nothing yet
@@ -209,6 +209,9 @@ void WindowUser::drag(QPointF from, QPointF by) {
   for (int step = 0; step <= kSteps; ++step) {
     QTest::mouseMove(&window(), (start + by * step / kSteps).toPoint(), kStepTime);
   }
+  const auto isFlung = [](QQuickItem* item) { return item->property("speed").toDouble() != 0; };
+  EXPECT_TRUE(QTest::qWaitFor([&] { return visit(window().contentItem(), isFlung) == nullptr; }))
+      << "a drum is about to be flung all the time";
   QTest::mouseRelease(&window(), Qt::LeftButton, {}, (start + by).toPoint(), kRest);
   settleAll();
   EXPECT_TRUE(QTest::qWaitFor([&] {
