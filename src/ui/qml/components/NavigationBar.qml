@@ -35,7 +35,7 @@ Item {
         id: leading
 
         x: Theme.mirrored ? bar.width - width - 8 : 8
-        y: (bar.below ? bar.buttonsMiddle : bar.height / 2) - height / 2
+        y: Math.round((bar.below ? bar.buttonsMiddle : bar.height / 2) - height / 2)
         LayoutMirroring.enabled: Theme.mirrored
 
         IconButton {
@@ -65,13 +65,14 @@ Item {
             : bar.large ? trailing.width + 12 : centred ? sides : trailing.width + 16
 
         x: Theme.mirrored ? end : start
-        y: bar.below ? bar.buttonsMiddle + bar.buttons / 2 : (bar.height - height) / 2
+        y: bar.below ? bar.buttonsMiddle + bar.buttons / 2 : Math.round((bar.height - height) / 2)
         width: bar.width - start - end
         text: bar.title
         horizontalAlignment: bar.large ? Text.AlignLeft : Text.AlignHCenter
         size: bar.large ? Theme.largeTitle : Theme.headline
         wrapMode: bar.large ? Text.WordWrap : bar.below ? Text.Wrap : Text.NoWrap
         fontSizeMode: bar.below ? Text.FixedSize : Text.HorizontalFit
+        verticalAlignment: Text.AlignVCenter
         minimumPixelSize: 11
         font.weight: bar.large ? Font.Bold : Font.DemiBold
         Accessible.role: Accessible.Heading
@@ -80,7 +81,7 @@ Item {
         id: trailing
 
         x: Theme.mirrored ? 8 : bar.width - width - 8
-        y: (bar.below ? bar.buttonsMiddle : bar.height / 2) - height / 2
+        y: Math.round((bar.below ? bar.buttonsMiddle : bar.height / 2) - height / 2)
         LayoutMirroring.enabled: Theme.mirrored
 
         Repeater {
