@@ -63,6 +63,7 @@ class Display {
   struct Shown {
     xcb_window_t window = XCB_NONE;
     Clock::time_point viewable, painted;
+    xcb_timestamp_t paintedAt = 0;  ///< the same by the display's clock
   };
 
   /// The next window that can be seen, once something was painted into it.
@@ -78,9 +79,9 @@ class Display {
           const xcb_window_t window = reinterpret_cast<xcb_map_notify_event_t*>(event.get())->window;
           if (isWindowOfAProgram(window)) shown = {window, now, {}};
         }
-        if (type == damageEvent_ + XCB_DAMAGE_NOTIFY &&
-            reinterpret_cast<xcb_damage_notify_event_t*>(event.get())->drawable == shown.window) {
+        if (const auto* const paint = paintOf(*event, shown.window)) {
           shown.painted = now;
+          shown.paintedAt = paint->timestamp;
           return shown;
         }
       }
@@ -88,6 +89,15 @@ class Display {
       pollfd readable{xcb_get_file_descriptor(connection_), POLLIN, 0};
       poll(&readable, 1, 1000);
     }
+  }
+
+  /// When it was last painted, of what has come since it was shown.
+  Clock::time_point lastPaint(const Shown& shown) {
+    auto last = shown.paintedAt;
+    while (const auto event = owned(xcb_poll_for_event(connection_))) {
+      if (const auto* const paint = paintOf(*event, shown.window)) last = paint->timestamp;
+    }
+    return shown.painted + std::chrono::milliseconds(last - shown.paintedAt);
   }
 
   /// What a window manager does when its cross is pressed.
@@ -113,6 +123,11 @@ class Display {
     const auto reply =
         owned(xcb_intern_atom_reply(connection_, xcb_intern_atom(connection_, 0, length, name), nullptr));
     return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+  }
+  const xcb_damage_notify_event_t* paintOf(const xcb_generic_event_t& event, xcb_window_t window) const {
+    const auto* const paint = reinterpret_cast<const xcb_damage_notify_event_t*>(&event);
+    return (event.response_type & 0x7f) == damageEvent_ + XCB_DAMAGE_NOTIFY && paint->drawable == window ? paint
+                                                                                                         : nullptr;
   }
   void watchPaint(xcb_window_t window) {
     xcb_damage_create(connection_, xcb_generate_id(connection_), window, XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
@@ -190,7 +205,7 @@ struct Subject {
 };
 
 struct Measured {
-  double viewable, painted, processor, weight, weightOfAll;
+  double viewable, painted, lastPainted, processor, weight, weightOfAll;
 };
 
 /// Until it has used no processor time for a while.
@@ -227,6 +242,7 @@ Measured measure(Display& display, const Subject& subject) {
   found.viewable = Milliseconds(shown.viewable - begin).count();
   found.painted = Milliseconds(shown.painted - begin).count();
   found.processor = awaitRest(process).count();
+  found.lastPainted = Milliseconds(display.lastPaint(shown) - begin).count();
   found.weight = proportionalSetSize(std::to_string(process));
   found.weightOfAll = subject.weightOfAll();
   display.close(shown.window);
@@ -245,6 +261,7 @@ using Column = double Measured::*;
 void printTable(const std::vector<Subject>& subjects, const std::vector<std::vector<Measured>>& found) {
   const std::pair<const char*, Column> columns[] = {{"to the first viewable window, ms", &Measured::viewable},
                                                     {"to its first paint, ms", &Measured::painted},
+                                                    {"to its last paint before it rests, ms", &Measured::lastPainted},
                                                     {"processor time until at rest, ms", &Measured::processor},
                                                     {"memory (PSS) at rest, MB", &Measured::weight},
                                                     {"the same with its helpers, MB", &Measured::weightOfAll}};

@@ -19,7 +19,7 @@ ListView {
     boundsBehavior: Flickable.DragAndOvershootBounds
     flickableDirection: Flickable.VerticalFlick
     cacheBuffer: 480
-    reuseItems: false
+    reuseItems: false  // rows made anew stand in order for Tab and screen readers
     bottomMargin: 24
     keyNavigationEnabled: false
     onContentYChanged: {
