@@ -102,6 +102,11 @@ void UpcomingView::showMore() {
 
 void UpcomingView::showPrevious() { firstRow_ -= std::min(firstRow_, kRowsAtOnce); }
 
+void UpcomingView::showFirst() {
+  firstRow_ = 0;
+  rowLimit = kRowsAtOnce;
+}
+
 std::vector<UpcomingDay> UpcomingView::daysOf(std::span<const UpcomingDose> doses, Instant now) const {
   const auto& [context, clock, calendar, texts, notifications] = environment_;
   const DayHeadings headings(now, calendar, texts);

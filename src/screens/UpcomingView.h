@@ -83,6 +83,8 @@ class UpcomingView {
   void showMore();
   /// Brings back what gave way last.
   void showPrevious();
+  /// The first hundred again.
+  void showFirst();
 
  private:
   static constexpr size_t kRowsAtOnce = 100, kMostRows = 400;

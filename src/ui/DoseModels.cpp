@@ -47,6 +47,11 @@ void UpcomingModel::showPrevious() {
   emit acted();
 }
 
+void UpcomingModel::showFirst() {
+  view_.showFirst();
+  emit acted();
+}
+
 void HistoryModel::selectRange(const QString& range) {
   for (const TimeRange each : kAllTimeRanges) {
     if (rawValue(each) == range.toStdString()) view_.selectedTimeRange = each;
@@ -76,6 +81,11 @@ void HistoryModel::showMore() {
 
 void HistoryModel::showPrevious() {
   view_.showPrevious();
+  emit acted();
+}
+
+void HistoryModel::showFirst() {
+  view_.showLatest();
   emit acted();
 }
 

@@ -64,6 +64,7 @@ class UpcomingModel final : public pillora::DoseModel {
   Q_INVOKABLE void skip(const QString& medicine, pillora::Instant time);
   Q_INVOKABLE void showMore();
   Q_INVOKABLE void showPrevious();
+  Q_INVOKABLE void showFirst();
 
  protected:
   ContentRow drawn() const override {
@@ -90,6 +91,7 @@ class HistoryModel final : public pillora::DoseModel {
   Q_INVOKABLE void act(const QString& log, const QString& action);
   Q_INVOKABLE void showMore();
   Q_INVOKABLE void showPrevious();
+  Q_INVOKABLE void showFirst();
 
  protected:
   ContentRow drawn() const override {

@@ -11,6 +11,7 @@
 #include "screens/MedicineDetailView.h"
 #include "screens/MedicineListView.h"
 #include "screens/SettingsView.h"
+#include "ui/FlatList.h"
 #include "ui/ScreenModel.h"
 
 namespace pillora {
@@ -159,7 +160,9 @@ class MedicineListModel final : public pillora::ScreenModel {
   Q_INVOKABLE void deleteRow(const QString& section, const QString& medicine);
 
  protected:
-  ContentRow drawn() const override { return contentRow(view_.content()); }
+  ContentRow drawn() const override {
+    return flattened(contentRow(view_.content()), "sections", "rows", shapeOf<MedicineRowView>());
+  }
 
  private:
   MedicineListView view_;

@@ -30,9 +30,7 @@ void settle() {
 /// The id of the first medicine of the list.
 QString firstMedicine(AppModel& app) {
   app.medicines()->redraw();
-  auto* const sections = app.medicines()->content()->property("sections").value<RowsModel*>();
-  auto* const section = sections->data(sections->index(0), RowsModel::rowRole).value<ContentObject*>();
-  auto* const rows = section->property("rows").value<RowsModel*>();
+  auto* const rows = app.medicines()->content()->property("sections").value<RowsModel*>();
   auto* const row = rows->data(rows->index(0), RowsModel::rowRole).value<ContentObject*>();
   return row->property("id").toString();
 }

@@ -235,6 +235,9 @@ TEST_F(UpcomingViewTest, fromFourHundredRowsOnTheFirstGiveWay) {
   for (int page = 0; page < 200; ++page) view_.showMore();
   EXPECT_FALSE(content().hasMore);
   EXPECT_EQ(cards(content()).size(), 400U) << "past the end it stays there";
+  view_.showFirst();
+  EXPECT_EQ(cards(content()).size(), 100U);
+  EXPECT_EQ(cards(content()).front().id, first);
 }
 
 TEST_F(UpcomingViewTest, aListAsLongAsTheRowLimitHasNoMore) {

@@ -50,7 +50,7 @@ TEST_F(UpcomingScreen, theEntryThatWasDrawnIsTheOneRecorded) {
   EXPECT_EQ(logs().front()->scheduledTime(), at("2025-01-10T12:59:00-05:00"));
 }
 
-TEST_F(UpcomingScreen, moreIsShownWhenTheEndComesNear) {
+TEST_F(UpcomingScreen, moreIsShownWhenTheEndComesNearAndHomeLeadsBackToTheFirst) {
   NewMedicine values;
   values.name = "Drops";
   values.interval = custom(15);
@@ -62,6 +62,10 @@ TEST_F(UpcomingScreen, moreIsShownWhenTheEndComesNear) {
   for (int turn = 0; turn < 60 && !shows("Friday, Jan 17"); ++turn) scrollDown(3);
   EXPECT_TRUE(shows("Friday, Jan 17"));
   EXPECT_FALSE(lengthOf());
+  EXPECT_EQ(headings("Today"), 0);
+  key(Qt::Key_Home);
+  EXPECT_EQ(headings("Today"), 1);
+  EXPECT_TRUE(isInSight("9:14 AM"));
 }
 
 TEST_F(UpcomingScreen, anEmptyScreenSaysWhy) {

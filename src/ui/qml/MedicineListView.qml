@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-pragma ComponentBehavior: Bound
 import QtQuick
 import Pillora
 
 // All medicines, and over them the details of the one that is open. See screens/MedicineListView.h.
+// Deliberate: no bound components here, see ReminderHistoryView.qml.
 FocusScope {
     id: screen
 
@@ -19,46 +19,68 @@ FocusScope {
         toolbar: screen.list.toolbar
         onTriggered: screen.app.addMedicine.open()
 
-        ScrollArea {
+        LongList {
+            id: rows
+
             anchors.fill: parent
             visible: screen.list.empty === null
             focus: screen.list.empty === null
+            model: screen.list.sections
 
-            SearchField {
-                id: search
+            // qmllint disable unqualified
+            header: Item {
+                x: rows.columnX
+                width: rows.columnWidth
+                implicitHeight: search.height + 32
 
-                width: parent.width
-                name: screen.list.searchPrompt
-                clearName: screen.list.clearSearch
-                shown: screen.list.searchText
-                onEdited: text => screen.model.search(text)
+                SearchField {
+                    id: search
 
-                Shortcut {
-                    enabled: screen.enabled && screen.list.empty === null && !details.visible
-                    sequence: "Ctrl+F"
-                    onActivated: search.forceActiveFocus(Qt.ShortcutFocusReason)
-                }
-            }
-            Repeater {
-                model: screen.list.sections
+                    y: 8
+                    width: parent.width
+                    name: screen.list.searchPrompt
+                    clearName: screen.list.clearSearch
+                    shown: screen.list.searchText
+                    onEdited: text => screen.model.search(text)
 
-                ListSection {
-                    id: section
-
-                    required property var row
-
-                    header: row.title
-
-                    Repeater {
-                        model: section.row.rows
-
-                        MedicineRow {
-                            onOpened: screen.app.detail.open(row.id)
-                            onRemoved: screen.model.deleteRow(section.row.id, row.id)
-                        }
+                    Shortcut {
+                        enabled: screen.enabled && screen.list.empty === null && !details.visible
+                        sequence: "Ctrl+F"
+                        onActivated: search.forceActiveFocus(Qt.ShortcutFocusReason)
                     }
                 }
             }
+            delegate: Column {
+                id: entry
+
+                required property var row
+
+                x: rows.columnX
+                width: rows.columnWidth
+                bottomPadding: row.isGroupsLast ? 24 : 0
+
+                Optional {
+                    when: entry.row.heading !== null
+
+                    SectionHeading {
+                        bottomPadding: 8
+                        text: entry.row.heading?.title ?? ""
+                    }
+                }
+                CardSlice {
+                    width: parent.width
+                    first: entry.row.heading !== null
+                    last: entry.row.isGroupsLast
+
+                    MedicineRow {
+                        row: entry.row
+                        separated: entry.row.heading === null
+                        onOpened: screen.app.detail.open(row.id)
+                        onRemoved: screen.model.deleteRow(row.group, row.id)
+                    }
+                }
+            }
+            // qmllint enable unqualified
         }
         EmptyState {
             anchors.centerIn: parent

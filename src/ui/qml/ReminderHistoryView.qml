@@ -24,6 +24,7 @@ TabPage {
         hasPrevious: screen.history.hasPrevious
         onEndReached: screen.model.showMore()
         onStartReached: screen.model.showPrevious()
+        onStartWanted: screen.model.showFirst()
 
         // qmllint disable unqualified
         header: Column {

@@ -22,6 +22,7 @@ TabPage {
         hasPrevious: screen.upcoming.hasPrevious
         onEndReached: screen.model.showMore()
         onStartReached: screen.model.showPrevious()
+        onStartWanted: screen.model.showFirst()
 
         delegate: Column {
             id: entry

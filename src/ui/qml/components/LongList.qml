@@ -3,7 +3,8 @@ import QtQuick
 import QtQuick.Templates as T
 
 // A list of any length: only what is in sight exists. Its rows stand in a column no wider than reads well. When its
-// end comes near and there is more, it asks for that; likewise for what gave way at its beginning.
+// end comes near and there is more, it asks for that; likewise for what gave way at its beginning, and
+// for all of that when somebody wants to be there at once.
 ListView {
     id: list
 
@@ -14,6 +15,7 @@ ListView {
     readonly property real columnX: (width - columnWidth) / 2
     signal endReached
     signal startReached
+    signal startWanted
 
     clip: true
     boundsBehavior: Flickable.DragAndOvershootBounds
@@ -37,7 +39,13 @@ ListView {
             contentY = contentY > originY ? originY + below : originY  // a shrunk one may have been followed already
     }
 
-    Keys.onPressed: event => keys.take(event)
+    Keys.onPressed: event => {
+        keys.take(event)
+        if (event.key !== Qt.Key_Home || !hasPrevious)
+            return
+        startWanted()
+        positionViewAtBeginning()
+    }
 
     KeyScroll {
         id: keys
