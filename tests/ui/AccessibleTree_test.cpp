@@ -221,7 +221,7 @@ TEST_F(AccessibleTree, aDoseIsTakenWithoutSight) {
   add("Aspirin", {{8, 0}});
   open();
   act(QAccessible::Button, "Aspirin, 1 pill, 8:00 AM, Overdue", QAccessibleActionInterface::pressAction());
-  act(QAccessible::Button, "Take", QAccessibleActionInterface::pressAction());
+  act(QAccessible::Button, "Take, Aspirin", QAccessibleActionInterface::pressAction());
   ASSERT_EQ(logs().size(), 1U);
   EXPECT_EQ(logs().front()->status(), DoseStatus::taken);
   EXPECT_NE(voice(QAccessible::ProgressBar, "100%"), nullptr);

@@ -72,7 +72,7 @@ TEST_F(Controls, aToggleAsksAndDoesNotChangeByItself) {
 
 TEST_F(Controls, aWholeToggleRowIsPressed) {
   showControls(
-      "ToggleRow { objectName: 'r'; row: Sample.object({ label: 'Repeating', isOn: true });"
+      "ToggleRow { objectName: 'r'; row: Sample.object({ label: 'Repeating', isLabelHidden: false, isOn: true });"
       " onEdited: isOn => log.add(isOn) }");
   QTest::mouseClick(&view_, Qt::LeftButton, {}, {30, 26});
   EXPECT_EQ(told(), "false");
@@ -100,6 +100,21 @@ TEST_F(Controls, aStepperTellsStepsAndStopsAtItsEnds) {
     EXPECT_EQ(told(), "") << key;
   }
   EXPECT_EQ(find("s")->property("value"), 1000);
+}
+
+TEST_F(Controls, aStepperThatIsHeldRepeatsAndLettingGoStepsNoMore) {
+  showControls(
+      "Stepper { objectName: 's'; name: 'Duration'; canDecrement: true; canIncrement: true\n"
+      " onIncremented: log.add('up') }");
+  const QPoint plus = find("s")->mapToScene({70, 22}).toPoint();
+  const auto steps = [&] { return find("log")->property("told").toString().count(QStringLiteral("up")); };
+  QTest::mousePress(&view_, Qt::LeftButton, {}, plus);
+  EXPECT_EQ(steps(), 0);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return steps() >= 3; }));
+  const auto before = steps();
+  QTest::mouseRelease(&view_, Qt::LeftButton, {}, plus);
+  settle();
+  EXPECT_EQ(steps(), before);
 }
 
 TEST_F(Controls, arrowsGoTheOtherWayInAMirroredStepper) {
@@ -255,7 +270,7 @@ TEST_F(Controls, aCellIsTouchedUpToHalfTheGapAroundIt) {
 
 const char* const kSwipe =
     "SwipeRow { objectName: 's'; width: 328; subject: 'Aspirin'; removeTitle: 'Delete'; onRemoved: log.add('gone')\n"
-    " LinkRow { text: 'Aspirin'; onClicked: log.add('opened') } }";
+    " LinkRow { text: 'Aspirin'; mark: 'chevron.right'; onClicked: log.add('opened') } }";
 
 void drag(QQuickView& view, QPoint from, int by) {
   QTest::mousePress(&view, Qt::LeftButton, {}, from);

@@ -37,6 +37,10 @@ TEST_F(NotSaved, aDoseTakenOnAFullDiskIsToldAndSavedAtTheNextTry) {
   EXPECT_EQ(dosesInTheFile(), 0U);
   key(Qt::Key_5, Qt::ControlModifier);
   EXPECT_EQ(headings("Not Saved"), 1);
+  QQuickItem* const mark = seek("name", "exclamationmark.triangle.fill");
+  ASSERT_NE(mark, nullptr);
+  EXPECT_GE(mark->mapToScene({0, 0}).x(), 32) << "beside its card";
+  EXPECT_LE(mark->mapToScene({mark->width(), 0}).x(), window_->width() - 32) << "beside its card";
   tap("Try Again");
   EXPECT_EQ(headings("Not Saved"), 1);
   failingVfs::heal();

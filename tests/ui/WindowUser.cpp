@@ -286,7 +286,7 @@ void WindowUser::tapBeside() {
 
 void WindowUser::scrollTo(QQuickItem* item) {
   for (QQuickItem* area = item->parentItem(); area; area = area->parentItem()) {
-    if (!area->inherits("QQuickFlickable")) continue;
+    if (!area->inherits("QQuickFlickable") || !area->property("interactive").toBool()) continue;
     const bool isWide = area->property("contentWidth").toDouble() > area->width();
     for (int turn = 0; turn < kLongestScroll; ++turn) {
       const QPointF place = area->mapFromScene(middleOf(item));

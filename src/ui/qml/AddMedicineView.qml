@@ -17,8 +17,11 @@ Item {
         toolbar: screen.form.toolbar
         onTriggered: id => screen.model.press(id)
         onDismissed: screen.model.press("cancel")
+        onOpened: page.nextItemInFocusChain().forceActiveFocus(Qt.OtherFocusReason)
 
         ScrollArea {
+            id: page
+
             anchors.fill: parent
 
             FormSections {

@@ -16,7 +16,6 @@ QtObject {
     // Type.
     readonly property real scale: Appearance.fontScale
     readonly property real largeTitle: 34 * scale
-    readonly property real title: 28 * scale
     readonly property real title2: 22 * scale
     readonly property real title3: 20 * scale
     readonly property real headline: 17 * scale
@@ -26,16 +25,13 @@ QtObject {
     readonly property real caption: 12 * scale
     readonly property real caption2: 11 * scale
 
-    // The grid of four, and what is built on it.
-    readonly property real grid: 4
-    readonly property real gap: 8
+    // Distances.
     readonly property real padding: 16
     readonly property real touch: 44
     readonly property real rowHeight: Math.max(52, 30 + 22 * scale)
     readonly property real hairline: 1
     readonly property real readableWidth: 680
 
-    readonly property real radiusSmall: 8
     readonly property real radius: 12
     readonly property real radiusCard: 16
     readonly property real radiusSheet: 22
@@ -58,14 +54,18 @@ QtObject {
     readonly property color placeholder: highContrast ? secondary : dark ? "#969ca7" : "#636871"
     readonly property color onSolid: "#ffffff"
     readonly property color accent: ink("blue")
+    readonly property color shadow: dark ? "#0d000000" : "#03000000"
     readonly property color focus: dark ? "#8ab4ff" : "#2f6fe0"
 
     readonly property real disabledOpacity: 0.42
-    readonly property real tintOpacity: dark ? 0.16 : 0.15
+    readonly property real tintOpacity: 0.15
 
     // Motion. Nothing moves for a person who asked for less of it.
     readonly property int quick: Appearance.reducedMotion ? 0 : 120
     readonly property int calm: Appearance.reducedMotion ? 0 : 240
+    // What lasts while something is under way.
+    readonly property int round: 900
+    readonly property int breath: 1200
 
     // The medicines' and the statuses' colours. `fill` is the colour itself, for areas; `symbol` what stands out from
     // a surface and from its own tint, for drawings; `ink` the same for text; `solid` carries white.

@@ -50,14 +50,14 @@ Page {
             removeTitle: "Delete"
             open: true
 
-            LinkRow { width: parent.width; text: "Aspirin"; detail: "100 mg"; separated: false }
+            LinkRow { width: parent.width; text: "Aspirin"; detail: "100 mg"; mark: "chevron.right"; separated: false }
         }
         SwipeRow {
             width: parent.width
             subject: "Vitamin D"
             removeTitle: "Delete"
 
-            LinkRow { width: parent.width; text: "Vitamin D"; detail: "5 drops"; value: "in 2 hr."; separated: true }
+            LinkRow { width: parent.width; text: "Vitamin D"; detail: "5 drops"; mark: "chevron.right"; separated: true }
         }
     }
 }

@@ -19,7 +19,10 @@ SwipeRow {
         width: parent.width
         separated: control.separated
         text: control.row.title
+        size: Theme.subheadline
+        weight: Font.Medium
         detail: control.row.detail
+        detailSize: Theme.caption
 
         IconButton {
             enabled: control.row.isEnabled

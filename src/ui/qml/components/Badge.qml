@@ -12,10 +12,11 @@ Rectangle {
     property real size: Theme.caption2
     property real sidePadding: 6
     property real endPadding: 2
+    property int weight: Font.DemiBold
 
     implicitWidth: label.implicitWidth + 2 * sidePadding
     implicitHeight: label.implicitHeight + 2 * endPadding
-    radius: Math.min(height / 2, 8)
+    radius: height / 2
     color: solid ? Theme.solid(tone) : Qt.alpha(Theme.fill(tone), Theme.tintOpacity)
 
     Label {
@@ -29,6 +30,6 @@ Rectangle {
         elide: Text.ElideRight
         color: badge.solid ? Theme.onSolid : Theme.ink(badge.tone)
         size: badge.size
-        font.weight: Font.DemiBold
+        font.weight: badge.weight
     }
 }

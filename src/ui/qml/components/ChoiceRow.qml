@@ -13,10 +13,12 @@ ListRow {
 
     width: parent ? parent.width : implicitWidth
     interactive: true
+    stackable: true
     text: label
     Accessible.name: label + ", " + value
 
     Row {
+        anchors.right: parent.right
         spacing: 4
 
         Label {

@@ -56,6 +56,7 @@ Card {
                 visible: card.icon !== null
                 symbol: card.icon ?? ""
                 tone: card.tone
+                symbolSize: Theme.title2
             }
             GridLayout {
                 columns: card.stacked ? 1 : 2
@@ -152,6 +153,7 @@ Card {
                 x: Theme.padding
                 y: 15
                 width: drawer.width - 2 * Theme.padding
+                subject: card.name
                 actions: card.actions
                 onTriggered: id => card.acted(id)
             }

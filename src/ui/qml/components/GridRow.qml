@@ -9,7 +9,7 @@ Item {
 
     required property var row
     property bool separated: !Positioner.isFirstItem
-    readonly property real pitch: row.cellSize + row.spacing
+    readonly property real pitch: Math.min(row.cellSize + row.spacing, width / row.columns)
     signal picked(string cell)
 
     width: parent ? parent.width : implicitWidth

@@ -23,6 +23,7 @@ Item {
             symbol: control.row.icon
             tone: control.row.color
             diameter: 60
+            symbolSize: 33
         }
         ColumnLayout {
             spacing: 2

@@ -12,6 +12,10 @@ Pressable {
     property bool stackable: false
     property string symbol: ""
     property string detail: ""
+    property real size: Theme.body
+    property real detailSize: Theme.subheadline
+    property int weight: Font.Normal
+    property bool silent: interactive  // its words are said by what it holds, or by itself as a whole
     property string spoken: ""  // what a row that is only shown says as a whole
     property color tint: Theme.text
     property color symbolColor: Theme.symbol("blue")
@@ -74,7 +78,9 @@ Pressable {
                     Layout.fillWidth: true
                     text: control.text
                     color: control.tint
-                    Accessible.ignored: control.interactive
+                    size: control.size
+                    font.weight: control.weight
+                    Accessible.ignored: control.silent
                     Accessible.role: control.spoken === "" ? Accessible.StaticText : Accessible.ListItem
                     Accessible.name: control.spoken === "" ? text : control.spoken
                 }
@@ -83,8 +89,8 @@ Pressable {
                     visible: text !== ""
                     text: control.detail
                     color: Theme.secondary
-                    size: Theme.subheadline
-                    Accessible.ignored: control.interactive || control.spoken !== ""
+                    size: control.detailSize
+                    Accessible.ignored: control.silent || control.spoken !== ""
                 }
             }
             Item {

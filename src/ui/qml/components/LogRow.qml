@@ -16,6 +16,7 @@ RecordRow {
     Badge {
         anchors.verticalCenter: parent.verticalCenter
         visible: control.row.timing !== null
+        radius: 6
         text: control.row.timing ?? ""
         silent: true
         tone: control.row.timingColor ?? "blue"

@@ -7,7 +7,8 @@ Rectangle {
 
     required property string symbol
     required property string tone
-    property real diameter: 44
+    property real diameter: Math.max(44, 1.6 * symbolSize)
+    property real symbolSize: 24
 
     implicitWidth: diameter
     implicitHeight: diameter
@@ -18,7 +19,7 @@ Rectangle {
         anchors.centerIn: parent
         visible: icon.symbol !== ""
         name: icon.symbol
-        size: icon.diameter * 0.55
+        size: icon.symbolSize
         color: Theme.symbol(icon.tone)
     }
 }

@@ -63,6 +63,7 @@ SwipeRow {
                 symbol: control.row.icon ?? ""
                 tone: control.row.color
                 diameter: 40
+                symbolSize: 22
                 opacity: control.row.isActive ? 1 : 0.6
             }
             GridLayout {
@@ -98,6 +99,7 @@ SwipeRow {
                             silent: true
                             solid: true
                             tone: "grey"
+                            weight: Font.Medium
                         }
                     }
                 }

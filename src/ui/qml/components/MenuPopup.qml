@@ -18,7 +18,7 @@ T.Popup {
     readonly property real room: parent && parent.Window.window ? parent.Window.window.height : 600
 
     x: parent ? (atEnd !== Theme.mirrored ? parent.width - width - 4 : 4) : 0
-    y: parent ? Math.min(parent.height - 2, Math.max(8, room - height - 8) - parent.mapToItem(null, 0, 0).y) : 0
+    y: parent ? Math.min(parent.height - 2, Math.max(8, room - height - 8) - stands) : 0
     width: Math.min(Math.max(200, list.widest + 40), 320)
     height: Math.min(list.contentHeight + 12, room - 24)
     margins: 8
@@ -28,11 +28,19 @@ T.Popup {
     focus: true
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
 
+    // How far down the window its parent is.
+    property real stands: 0
+    function look() {
+        stands = parent?.mapToItem(null, 0, 0).y ?? 0
+    }
+    onRoomChanged: look()
+
     // The focus returns to where it was.
     property Item before: null
     property bool beforeShown: false
 
     onAboutToShow: {
+        look()
         before = parent?.Window.window?.activeFocusItem ?? null
         beforeShown = before?.visualFocus ?? false
     }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
+import QtQuick.Templates as T
 
-// A card in the middle of the window, over everything else.
+// A card in the middle of the window, over everything else. What is higher than the window scrolls.
 Modal {
     id: card
 
@@ -10,7 +11,7 @@ Modal {
     spacing: 8
     x: (roomWide - width) / 2
     y: (roomHigh - height) / 2
-    height: column.height + topPadding + bottomPadding
+    height: Math.min(column.height + topPadding + bottomPadding, roomHigh - 32)
 
     enter: Transition {
         NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.quick }
@@ -32,10 +33,25 @@ Modal {
         }
     }
 
-    content: Column {
-        id: column
+    content: Flickable {
+        id: area
 
-        width: card.availableWidth
-        spacing: card.spacing
+        anchors.fill: parent
+        contentHeight: column.height
+        interactive: contentHeight > height
+        clip: interactive
+        boundsBehavior: Flickable.StopAtBounds
+
+        T.ScrollBar.vertical: ScrollIndicator {}
+
+        KeyScroll {
+            area: area
+        }
+        Column {
+            id: column
+
+            width: card.availableWidth
+            spacing: card.spacing
+        }
     }
 }

@@ -17,7 +17,7 @@ FocusScope {
     implicitWidth: 308
     implicitHeight: column.height
 
-    function walk(from: Item, by: int) {
+    function days(): var {
         const cells = []
         for (let w = 0; w < weeks.count; ++w) {
             const week = weeks.itemAt(w) as Row
@@ -26,13 +26,29 @@ FocusScope {
                     cells.push(week.children[d])
             }
         }
+        return cells
+    }
+    function walk(from: Item, by: int) {
+        const cells = days()
         cells[cells.indexOf(from) + by]?.forceActiveFocus(Qt.TabFocusReason)
+    }
+    // To the month before or after, whose days are others: the one in the same place gets the focus.
+    property int place: -1
+    function turn(isBack: bool) {
+        place = days().findIndex(day => day.activeFocus)
+        isBack ? wentBack() : wentForward()
+    }
+    function comeBack() {
+        const cells = days()
+        if (place >= 0)
+            cells[Math.min(place, cells.length - 1)]?.forceActiveFocus(Qt.TabFocusReason)
+        place = -1
     }
 
     Keys.onPressed: event => {
         event.accepted = event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown
         if (event.accepted)
-            event.key === Qt.Key_PageUp ? wentBack() : wentForward()
+            turn(event.key === Qt.Key_PageUp)
     }
 
     Column {
@@ -135,6 +151,7 @@ FocusScope {
                             isToday: row.isToday
                             isFaint: !row.isInMonth
                             filled: false
+                            voice: Accessible.RadioButton
                             enabled: row.text !== ""
                             focus: isSelected
                             onClicked: view.picked(row.id)
@@ -143,6 +160,7 @@ FocusScope {
                             Keys.onUpPressed: view.walk(day, -7)
                             Keys.onDownPressed: view.walk(day, 7)
                             Accessible.name: row.label
+                            Component.onCompleted: Qt.callLater(view.comeBack)  // qmllint disable type
                         }
                     }
                 }

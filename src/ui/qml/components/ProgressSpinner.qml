@@ -6,14 +6,10 @@ import Pillora
 Item {
     id: spinner
 
-    property string text: ""
     property real diameter: 24
 
     implicitWidth: diameter
     implicitHeight: diameter
-    Accessible.role: Accessible.Animation
-    Accessible.name: text
-    Accessible.ignored: text === ""
 
     ProgressArc {
         id: arc
@@ -28,15 +24,15 @@ Item {
             running: spinner.visible && !Appearance.reducedMotion
             from: 0
             to: 360
-            duration: 900
+            duration: Theme.round
             loops: Animation.Infinite
         }
         SequentialAnimation on opacity {
             running: spinner.visible && Appearance.reducedMotion
             loops: Animation.Infinite
 
-            NumberAnimation { to: 0.35; duration: 1200 }
-            NumberAnimation { to: 1; duration: 1200 }
+            NumberAnimation { to: 0.35; duration: Theme.breath }
+            NumberAnimation { to: 1; duration: Theme.breath }
         }
     }
 }

@@ -23,6 +23,8 @@ Flickable {
     T.ScrollBar.vertical: ScrollIndicator {}
 
     Keys.onPressed: event => keys.take(event)
+    // A keyboard on the screen takes some of the height.
+    onHeightChanged: keys.onActiveFocusItemChanged()
 
     KeyScroll {
         id: keys

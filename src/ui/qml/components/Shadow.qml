@@ -21,8 +21,7 @@ Item {
             width: shadow.width + 2 * spread
             height: shadow.height + 2 * spread
             radius: shadow.radius + spread
-            color: "#000000"
-            opacity: Theme.dark ? 0.05 : 0.011
+            color: Theme.shadow
         }
     }
 }

@@ -9,6 +9,13 @@ Pressable {
     required property bool dimmed
 
     takesFocus: false
+    longest: 0.5
+    onHeld: {
+        clicked()
+        repeats.start()
+    }
+    onDownChanged: if (!down)
+        repeats.stop()
     opacity: dimmed ? 0.35 : 1
     Accessible.ignored: true
 
@@ -26,15 +33,10 @@ Pressable {
         size: 20
     }
     Timer {
-        property int ticks: 0
+        id: repeats
 
-        running: half.down
         repeat: true
-        interval: ticks === 0 ? 500 : 120
-        onRunningChanged: ticks = 0
-        onTriggered: {
-            ++ticks
-            half.clicked()
-        }
+        interval: 120
+        onTriggered: half.clicked()
     }
 }

@@ -11,8 +11,11 @@ ListRow {
 
     width: parent ? parent.width : implicitWidth
     text: row.label
+    silent: true
+    stackable: true
 
     Stepper {
+        anchors.right: parent.right
         opacity: 1
         name: control.row.label
         value: control.row.value

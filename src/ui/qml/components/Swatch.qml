@@ -38,13 +38,13 @@ Checkable {
         radius: width / 2
         color: "transparent"
         border.width: 3
-        border.color: "#ffffff"
+        border.color: Theme.onSolid
     }
     Symbol {
         anchors.centerIn: parent
         visible: control.isSelected
         name: "checkmark"
         size: control.diameter * 0.42
-        color: "#ffffff"
+        color: Theme.onSolid
     }
 }

@@ -36,6 +36,18 @@ T.TextField {
     selectByMouse: true
     opacity: enabled ? 1 : Theme.disabledOpacity
 
+    // Return goes on to the next field; behind the last one the keyboard on the screen leaves.
+    function goOn() {
+        let next = nextItemInFocusChain()
+        while (next !== control && !(next instanceof TextInput))
+            next = next.nextItemInFocusChain()
+        if (next.mapToItem(null, 0, 0).y > mapToItem(null, 0, 0).y)
+            next.forceActiveFocus(Qt.TabFocusReason)
+        else
+            Qt.inputMethod.hide()
+    }
+
+    onAccepted: goOn()
     onTextEdited: edited(text)
 
     Accessible.role: Accessible.EditableText

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-// A text that is edited in its row. `row`: label, text, keypad, style.
+// A text that is edited in its row, below its name once there is one. `row`: label, text, keypad, style.
 Item {
     id: control
 
@@ -20,10 +20,26 @@ Item {
         height: Theme.hairline
         color: Theme.separator
     }
+    Label {
+        id: caption
+
+        x: Theme.padding
+        y: 7
+        width: parent.width - 2 * Theme.padding
+        visible: field.length > 0 && !field.isTitle
+        text: control.row.label
+        wrapMode: Text.NoWrap
+        elide: Text.ElideRight
+        color: Theme.secondary
+        size: Theme.caption
+        Accessible.ignored: true
+    }
     TextField {
         id: field
 
         anchors.fill: parent
+        topPadding: caption.visible ? caption.y + caption.height : 10
+        bottomPadding: caption.visible ? 7 : 10
         name: control.row.label
         shown: control.row.text
         isTitle: control.row.style === "title"

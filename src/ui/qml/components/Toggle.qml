@@ -43,7 +43,7 @@ Checkable {
             radius: height / 2
             y: (track.height - height) / 2
             x: atEnd ? track.width - width - y : y
-            color: control.isOn ? "#ffffff" : Theme.outline
+            color: control.isOn ? Theme.onSolid : Theme.outline
 
             Behavior on x {
                 NumberAnimation { duration: Theme.quick; easing.type: Easing.OutCubic }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-// A switch with its label; the whole row is pressed. `row`: label, isOn.
+// A switch with its label; the whole row is pressed. `row`: label, isLabelHidden, isOn.
 ListRow {
     id: control
 
@@ -9,7 +9,8 @@ ListRow {
     signal edited(bool isOn)
 
     width: parent ? parent.width : implicitWidth
-    text: row.label
+    text: row.isLabelHidden ? "" : row.label
+    Accessible.name: row.label
     interactive: true
     onClicked: edited(!row.isOn)
 
@@ -19,6 +20,7 @@ ListRow {
     Accessible.onToggleAction: activate()
 
     Toggle {
+        anchors.right: parent.right
         isOn: control.row.isOn
         takesFocus: false
         opacity: 1

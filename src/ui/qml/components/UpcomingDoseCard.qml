@@ -26,57 +26,49 @@ Card {
             visible: card.row.icon !== null
             symbol: card.row.icon ?? ""
             tone: card.row.color
-            diameter: 40
+            diameter: Math.max(40, 1.6 * symbolSize)
+            symbolSize: Theme.title3
         }
-        ColumnLayout {
-            spacing: 1
+        GridLayout {
+            columns: card.stacked ? 1 : 2
+            columnSpacing: 10
+            rowSpacing: 4
 
-            Label {
-                Layout.fillWidth: true
-                text: card.row.name
-                size: Theme.subheadline
-                font.weight: Font.DemiBold
-            }
-            Label {
-                Layout.fillWidth: true
-                text: card.row.dosageText
-                color: Theme.secondary
-                size: Theme.caption
-            }
-            Flow {
-                Layout.fillWidth: true
-                visible: card.stacked
-                spacing: 6
+            ColumnLayout {
+                spacing: 1
 
                 Label {
-                    text: card.row.timeText
+                    Layout.fillWidth: true
+                    text: card.row.name
+                    size: Theme.subheadline
+                    font.weight: Font.DemiBold
+                }
+                Label {
+                    Layout.fillWidth: true
+                    text: card.row.dosageText
+                    color: Theme.secondary
                     size: Theme.caption
+                }
+            }
+            ColumnLayout {
+                readonly property int side: card.stacked ? Qt.AlignLeft : Qt.AlignRight
+
+                spacing: 1
+
+                Label {
+                    Layout.alignment: parent.side
+                    text: card.row.timeText
+                    wrapMode: Text.NoWrap
+                    size: Theme.subheadline
                     font.weight: Font.Medium
                 }
                 Label {
+                    Layout.alignment: parent.side
                     text: card.row.relative
+                    wrapMode: Text.NoWrap
                     color: card.relativeColor
                     size: Theme.caption
                 }
-            }
-        }
-        ColumnLayout {
-            visible: !card.stacked
-            spacing: 1
-
-            Label {
-                Layout.alignment: Qt.AlignRight
-                text: card.row.timeText
-                wrapMode: Text.NoWrap
-                size: Theme.subheadline
-                font.weight: Font.Medium
-            }
-            Label {
-                Layout.alignment: Qt.AlignRight
-                text: card.row.relative
-                wrapMode: Text.NoWrap
-                color: card.relativeColor
-                size: Theme.caption
             }
         }
         Repeater {
