@@ -16,7 +16,7 @@ Card {
     required property string badgeTone
     required property var actions
     property bool expanded: false
-    // Too narrow for the time beside the name, which is not broken for it.
+    // Too narrow for the time beside the name, which is not broken for it; gaps and arrow take 42.
     readonly property bool stacked: width < 15 * Theme.body
         || caption.implicitWidth + Math.max(due.implicitWidth, hint.implicitWidth) > line.width - picture.room - 42
     signal acted(string id)

@@ -9,7 +9,7 @@ SwipeRow {
 
     required property var row
     property bool separated: !Positioner.isFirstItem
-    // Too narrow for the next dose beside the name, which is not broken for it.
+    // Too narrow for the next dose beside the name, which is not broken for it; gaps and arrow take 40.
     readonly property bool stacked: width < 15 * Theme.body
         || caption.implicitWidth + next.implicitWidth > line.width - picture.room - 40
     signal opened

@@ -3,7 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 
 // The head of a screen or a sheet: buttons at both ends and the title between them, or below them where it would have to
-// be much smaller than it should be. A `large` title stands at the beginning. `toolbar` are rows with `id`, `slot` ("cancellation" stands at the beginning, the others at the end), `title` and so on.
+// be much smaller than it should be. A `large` title stands at the beginning. `toolbar` are rows with `id`, `slot`
+// ("cancellation" stands at the beginning, the others at the end), `title` and so on.
 Item {
     id: bar
 
