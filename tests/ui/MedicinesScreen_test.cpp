@@ -177,5 +177,34 @@ TEST_F(MedicinesScreen, aMirroredRowIsSwipedTheOtherWay) {
   EXPECT_TRUE(medicines().empty());
 }
 
+TEST_F(MedicinesScreen, theDetailsStayAwayWhileTheWindowChangesItsSizeAndTheListIsNotDimmed) {
+  add("Aspirin", {{8, 0}});
+  openMedicines();
+  appearance_.setProperty("reducedMotion", false);
+  const auto details = [&] {
+    return seek(
+        [](QQuickItem* item) { return QByteArray(item->metaObject()->className()).startsWith("MedicineDetailView"); });
+  };
+  window_->resize(500, 720);
+  settleAll();
+  EXPECT_EQ(details(), nullptr);
+  QQuickItem* const row = control("Aspirin");
+  tap("Aspirin");
+  EXPECT_NE(details(), nullptr);
+  EXPECT_EQ(row->opacity(), 1);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !row->isVisible(); }));
+}
+
+TEST_F(MedicinesScreen, controlAndFDoesNothingWhereNothingCanBeSearched) {
+  openMedicines();
+  key(Qt::Key_F, Qt::ControlModifier);
+  ASSERT_NE(window_->activeFocusItem(), nullptr);
+  EXPECT_FALSE(window_->activeFocusItem()->inherits("QQuickTextInput"));
+  type("z");
+  add("Aspirin", {{8, 0}});
+  settleAll();
+  EXPECT_EQ(textIn("Search medicines"), "");
+}
+
 }  // namespace
 }  // namespace pillora

@@ -63,5 +63,16 @@ TEST_F(StartFailure, soDoesTheEscapeKey) {
   EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }));
 }
 
+TEST_F(StartFailure, itsButtonComesIntoSightWhereTheReasonFillsTheWindow) {
+  ASSERT_TRUE(window_);
+  Appearance::of(engine_).setFontScale(2.5);
+  window_->resize(300, 400);
+  QQuickItem* const button = itemWith(QStringLiteral("Close"));
+  ASSERT_TRUE(button);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !isWithin(button); }));
+  QTest::keyClick(window_, Qt::Key_Tab);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return isWithin(button); }));
+}
+
 }  // namespace
 }  // namespace pillora

@@ -155,5 +155,22 @@ TEST_F(TodayScreen, theFormOpensFromTheEmptyScreenAndFromTheToolbar) {
   EXPECT_TRUE(app_->addMedicine()->isOpen());
 }
 
+TEST_F(TodayScreen, whatIsShownFollowsTheMinuteAndTheDay) {
+  add("Aspirin", {{10, 0}});
+  open();
+  constexpr auto kAlmostAMinute = std::chrono::milliseconds(59900);
+  leave();
+  comeBack(clock.now() + kAlmostAMinute);
+  EXPECT_TRUE(shows("In 59 min"));
+  clock.advance(std::chrono::seconds(1));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return shows("In 58 min"); }));
+  leave();
+  comeBack(at("2025-01-10T23:59:00-05:00") + kAlmostAMinute);
+  EXPECT_TRUE(shows("Friday, January 10, 2025") && shows("Overdue"));
+  clock.advance(std::chrono::seconds(1));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return shows("Saturday, January 11, 2025"); }));
+  EXPECT_FALSE(shows("Overdue"));
+}
+
 }  // namespace
 }  // namespace pillora

@@ -21,14 +21,18 @@ Window {
         sequences: ["Escape", "Return", "Enter"]
         onActivated: window.close()
     }
-    EmptyState {
-        anchors.centerIn: parent
-        width: Math.min(parent.width - 48, 340)
-        symbol: "exclamationmark.triangle.fill"
-        tone: "red"
-        title: window.heading
-        text: window.reason
-        action: window.closing
-        onTriggered: window.close()
+    CentredPage {
+        anchors.fill: parent
+
+        EmptyState {
+            anchors.centerIn: parent
+            width: Math.min(parent.width - 48, 340)
+            symbol: "exclamationmark.triangle.fill"
+            tone: "red"
+            title: window.heading
+            text: window.reason
+            action: window.closing
+            onTriggered: window.close()
+        }
     }
 }
