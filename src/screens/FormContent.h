@@ -195,7 +195,7 @@ struct HeaderRow {
   static constexpr std::string_view kKind = "header";
   std::string id;
   std::string icon, color;
-  std::optional<std::string> name;  ///< large and bold; absent while a text field below stands in for it
+  std::optional<std::string> name;  ///< large and bold; absent while a text field above stands in for it
   std::string dosageText;
 
   static constexpr auto fields() {

@@ -19,10 +19,12 @@ class SectionBuilder {
     HeaderRow header{"header", medicine_.icon(), medicineColor(medicine_.color()), medicine_.name(),
                      dosageText(medicine_, texts_)};
     FormSection section{"header"};
-    if (content_.isEditing) header.name.reset();
+    if (content_.isEditing) {
+      header.name.reset();
+      section.rows.emplace_back(TextFieldRow{"name", texts_.text("Name"), medicine_.name(), "text", "title"});
+    }
     section.rows.emplace_back(std::move(header));
     if (content_.isEditing) {
-      section.rows.emplace_back(TextFieldRow{"name", texts_.text("Name"), medicine_.name(), "text", "title"});
       section.rows.emplace_back(TextFieldRow{"instructions", texts_.text("Instructions"), medicine_.instructions()});
     }
     section.rows.emplace_back(ToggleRow{"isActive", texts_.text("Active"), medicine_.isActive(), true});

@@ -68,7 +68,7 @@ TEST_F(MedicineDetailViewTest, whileEditingThereAreFieldsDosageAndAppearance) {
   EXPECT_TRUE(content().isEditing);
   EXPECT_EQ(titles(), (Lines{"-", "Dosage", "Appearance", "Schedule", "Snooze Options", "Duration", "-"}));
   EXPECT_EQ(section("header"),
-            (Lines{"# -", "header header '-': pills blue 2 tablet", "textField name 'Name': Aspirin",
+            (Lines{"# -", "textField name 'Name': Aspirin", "header header '-': pills blue 2 tablet",
                    "textField instructions 'Instructions': with water", "toggle isActive 'Active': on"}));
   EXPECT_EQ(section("dosage"), (Lines{"# Dosage", "textField dosage 'Amount': 2", "picker unit 'Unit': tablet"}));
   EXPECT_EQ(section("appearance"), (Lines{"# Appearance", "grid color 'Color': blue", "grid icon 'Icon': pills"}));
