@@ -223,7 +223,7 @@ TEST_F(MedicineDetailViewTest, valuesThatNoControlCouldGiveAreShownAsTheyAreAndN
   EXPECT_EQ(section("dosage")[2], "picker unit 'Unit': barrel");
   EXPECT_EQ(section("appearance")[1], "grid color 'Color': ") << "no swatch is the stored one";
   EXPECT_EQ(section("appearance")[2], "grid icon 'Icon': ");
-  EXPECT_EQ(section("header")[1], "header header '-': rocket blue 2 barrel") << "an unknown colour is blue";
+  EXPECT_EQ(section("header")[2], "header header '-': rocket blue 2 barrel") << "an unknown colour is blue";
   view_.cancel();
   view_.goBack();
   EXPECT_EQ(medicine_->snoozeDurationMinutes(), 1000);
