@@ -62,7 +62,7 @@ struct CliEnvironment {
   DeviceOwner deviceOwner = {};
   /// While the answer is kept, a request to the process to end calls `ended`, on another thread, and does nothing else.
   std::function<std::shared_ptr<void>(std::function<void()> ended)> whenToldToEnd = {};
-  bool agentStartsAtLogin = true;
+  std::function<bool()> agentStartsAtLogin = [] { return true; };
   /// The files that backups are made of.
   std::function<std::unique_ptr<FileManager>(const BackupPlaces&)> makeFileManager = {};
 };

@@ -313,7 +313,7 @@ std::vector<CommandWords> knownWords(const Texts& texts) {
 }
 
 Result<std::variant<CommandLine, HelpText>> parseCommandLine(const std::vector<std::string>& arguments,
-                                                             const HelpTexts& makeTexts) {
+                                                             const MakeTexts& makeTexts) {
   using Parsed = std::variant<CommandLine, HelpText>;
   if (const auto checked = checkEncoding(arguments); !checked) return checked.error();
   CommandLine line;

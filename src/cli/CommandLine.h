@@ -53,7 +53,7 @@ struct CommandWords {
 std::vector<CommandWords> knownWords(const Texts& texts);
 
 /// Makes the texts of a language, of the system's where none is named.
-using HelpTexts = std::function<Result<std::unique_ptr<Texts>>(const std::optional<std::string>& language)>;
+using MakeTexts = std::function<Result<std::unique_ptr<Texts>>(const std::optional<std::string>& language)>;
 
 /// What `--help` or `--version` asked for, ready to print.
 struct HelpText {
@@ -64,6 +64,6 @@ struct HelpText {
 /// option twice, invalid UTF-8 anywhere but in the name of a file.
 /// Help is in the language that stands before it, else in that of the system; errors are in English.
 Result<std::variant<CommandLine, HelpText>> parseCommandLine(const std::vector<std::string>& arguments,
-                                                             const HelpTexts& makeTexts);
+                                                             const MakeTexts& makeTexts);
 
 }  // namespace pillora

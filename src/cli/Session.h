@@ -36,7 +36,7 @@ class Session {
   Console& console() const { return environment_.console; }
   /// Of the session's own centre; that of another store shows nothing by its nature.
   ReminderService reminderService() const {
-    const bool starts = line_.store || environment_.agentStartsAtLogin;
+    const bool starts = line_.store || environment_.agentStartsAtLogin();
     return starts ? ReminderService::fromEveryLogin : ReminderService::untilLogout;
   }
 

@@ -123,7 +123,7 @@ int main(int argc, char** argv) {
     return std::make_shared<TerminationWatch>(std::move(ended));
   };
   environment.deviceOwner = {owner.contextFactory(), [&executor] { executor.wait(); }, tellTerminal};
-  environment.agentStartsAtLogin = agentStartsAtLogin();
+  environment.agentStartsAtLogin = [] { return agentStartsAtLogin(); };
   environment.makeFileManager = makeFileManager;
   const int status = run(std::vector<std::string>(argv + 1, argv + argc), environment, std::cout);
   executor.drain();

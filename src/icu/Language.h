@@ -19,8 +19,8 @@ class Language {
   virtual ~Language() = default;
 
   virtual std::string translated(std::string_view context, std::string_view english) const = 0;
-  /// The form that this language uses for the count `n`; for a count below zero, that of the count without its sign.
-  /// English knows two, `one` for 1 alone and `other`.
+  /// The form that this language uses for the count `n`. English knows two, `one` for 1 alone and `other`; a language
+  /// with a catalogue uses for a count below zero the form of the count without its sign.
   virtual std::string translatedCount(int64_t n, std::string_view one, std::string_view other) const = 0;
   /// Of what it answers: a language whose catalogue is missing is read as English is.
   virtual bool readsRightToLeft() const { return false; }

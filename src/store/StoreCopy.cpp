@@ -34,6 +34,7 @@ bool sync(const std::string& path) {
 /// SQLite does not wait for the disk when it makes a file in this way.
 void writeInto(const std::string& part, const std::string& path, const std::string& vfs) {
   SQLite::Database reader(path, SQLite::OPEN_READWRITE, kBusyTimeout, vfs);
+  reader.exec("PRAGMA trusted_schema = OFF");
   SQLite::Statement vacuum(reader, "VACUUM INTO ?");
   vacuum.bind(1, part);
   vacuum.exec();
