@@ -43,6 +43,8 @@ ListView {
         keys.take(event)
         if (event.key !== Qt.Key_Home || !hasPrevious)
             return
+        // First of all, for Qt warns of rows that it was about to make and that are gone.
+        positionViewAtBeginning()
         startWanted()
         positionViewAtBeginning()
     }
