@@ -97,8 +97,8 @@ FocusItem {
                 settle(selectedIndex())
         }
 
-        onVisibleChanged: Qt.callLater(settleOnSelected)  // qmllint disable type
-        onCurrentIndexChanged: Qt.callLater(settleOnSelected)  // qmllint disable type
+        onVisibleChanged: later.restart()
+        onCurrentIndexChanged: later.restart()
 
         anchors.fill: parent
         clip: true
@@ -114,7 +114,7 @@ FocusItem {
                     list.turnTo(index)
             }
             Component.onCompleted: if (isSelected)
-                Qt.callLater(list.settle, index)  // qmllint disable type
+                later.restart()
         }
         cacheBuffer: wheel.pitch * 80
         highlightRangeMode: ListView.StrictlyEnforceRange
@@ -122,6 +122,13 @@ FocusItem {
         preferredHighlightEnd: (height + wheel.pitch) / 2
         highlightMoveDuration: 0
 
+        // In the next turn, unless the drum is gone by then.
+        Timer {
+            id: later
+
+            interval: 0
+            onTriggered: list.settleOnSelected()
+        }
         NumberAnimation on contentY {
             id: turning
 
