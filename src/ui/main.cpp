@@ -279,13 +279,13 @@ bool becomeApp(AgentClient& agent, const AppHooks& hooks, const Activation& acti
 /// The first frame of what is in the window comes first: what the start has to do may take longer than a person likes
 /// to wait for it.
 void startWhenDrawn(AppModel& app, QQuickWindow& window) {
-  auto* const watch = new QObject(&window);
-  const auto look = [&app, &window, watch] {
-    if (!window.property("isUp").toBool()) return;
-    watch->deleteLater();
+  // Where frames are drawn by a thread of their own, several may be told of before the first is heard.
+  const auto look = [&app, &window, hasStarted = false]() mutable {
+    if (hasStarted || !window.property("isUp").toBool()) return;
+    hasStarted = true;
     QMetaObject::invokeMethod(&app, &AppModel::appeared, Qt::QueuedConnection);
   };
-  QObject::connect(&window, &QQuickWindow::frameSwapped, watch, look);
+  QObject::connect(&window, &QQuickWindow::frameSwapped, &app, look);
 }
 
 /// When it goes, so does what the window left to be deleted later. Without it that is deleted with the application,
